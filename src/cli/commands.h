@@ -1,0 +1,10 @@
+#pragma once
+#include <CLI/CLI.hpp>
+
+namespace velk::cli {
+
+// Each command adds itself to the application and runs from its callback; the exit status is
+// written to the given int.
+void AddInfoCommand(CLI::App& app, int& status);
+
+}  // namespace velk::cli

@@ -1,0 +1,12 @@
+#include <CLI/CLI.hpp>
+
+#include "cli/commands.h"
+
+int main(int argc, char** argv) {
+  CLI::App app{"velk2d-cli: the velk2d processing core on the command line"};
+  app.require_subcommand(1);
+  int status = 0;
+  velk::cli::AddInfoCommand(app, status);
+  CLI11_PARSE(app, argc, argv);
+  return status;
+}
