@@ -7,6 +7,9 @@ int main(int argc, char** argv) {
   app.require_subcommand(1);
   int status = 0;
   velk::cli::AddInfoCommand(app, status);
+#ifdef VELK_WITH_PLOT
+  velk::cli::AddPlotCommand(app, status);
+#endif
   CLI11_PARSE(app, argc, argv);
   return status;
 }

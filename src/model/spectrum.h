@@ -43,6 +43,9 @@ struct Spectrum2D {
   PeakTable2D peaks;
   // Work traces of the fixed length 0..16384: F2 and F1 sums, two projections, one work trace.
   std::array<std::vector<float>, 5> workTraces;
+  // The contour limits, fractions of full scale; the transform sets them to 1.0 and 0.1.
+  float UpperLimit = 1.0f;
+  float LowerLimit = 0.1f;
 };
 
 struct Spectrum1D {
