@@ -71,4 +71,26 @@ void DrawAxisF1(platform::Surface& surface, const Rect& rect, float start, float
   }
 }
 
+void DrawGridLines(platform::Surface& surface, const Rect& contour, const DisplayState& view, const GridSetting& grid) {
+  if (contour.width < 2 || contour.height < 2) return;
+  surface.SetPen(grid.color, grid.penWidth);
+  // Grid lines need no room for labels: the round step of the range as it comes.
+  const auto noLabels = [](const std::string&) { return 0; };
+  const auto lines = [&](float start, float end, double step) {
+    return start == end ? std::vector<Tic>{} : MakeTics(start, end, 1, {grid.automatic, step, 1}, noLabels);
+  };
+  for (const Tic& t : lines(view.ViewF2Start, view.ViewF2End, grid.stepF2)) {
+    if (!t.major) continue;
+    const int x = Position(t.value, view.ViewF2Start, view.ViewF2End, contour.x, contour.width);
+    surface.MoveTo(x, contour.y);
+    surface.LineTo(x, contour.bottom() - 1);
+  }
+  for (const Tic& t : lines(view.ViewF1Start, view.ViewF1End, grid.stepF1)) {
+    if (!t.major) continue;
+    const int y = Position(t.value, view.ViewF1Start, view.ViewF1End, contour.y, contour.height);
+    surface.MoveTo(contour.x, y);
+    surface.LineTo(contour.right() - 1, y);
+  }
+}
+
 }  // namespace velk::display

@@ -23,4 +23,15 @@ void DrawAxisF2(platform::Surface& surface, const Rect& rect, float start, float
 // right, labels stand to their right.
 void DrawAxisF1(platform::Surface& surface, const Rect& rect, float start, float end, const AxisStyle& style);
 
+// "Set up Grid": a lattice of lines over the contour at the major tics of each axis, automatic
+// (round steps as on the axes) or at the chosen steps.
+struct GridSetting {
+  bool automatic = true;
+  double stepF2 = 1.0;  // "F2 GRID INC", ppm
+  double stepF1 = 1.0;  // "F1 GRID INC"
+  platform::Color color = 65535;  // "GRID COL": yellow
+  int penWidth = 1;
+};
+void DrawGridLines(platform::Surface& surface, const Rect& contour, const DisplayState& view, const GridSetting& grid);
+
 }  // namespace velk::display

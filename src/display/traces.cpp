@@ -142,6 +142,12 @@ std::vector<platform::Point> ThinTrace(const TracePanel& panel, const std::vecto
   return kept;
 }
 
+float StepPanelFactor(float factor, bool up, bool stopAtOne) {
+  const float next = std::max(up ? factor * 1.1f : factor / 1.1f, 0.001f);
+  if (stopAtOne && ((factor < 1.0f && next > 1.0f) || (factor > 1.0f && next < 1.0f))) return 1.0f;
+  return next;
+}
+
 void DrawTrace(platform::Surface& surface, const TracePanel& panel, const std::vector<float>& ppm,
                const std::vector<float>& values, int points, platform::Color color, int width) {
   const auto line = ThinTrace(panel, ppm, values, points);

@@ -50,6 +50,11 @@ struct TracePanel {
 std::vector<platform::Point> ThinTrace(const TracePanel& panel, const std::vector<float>& ppm,
                                        const std::vector<float>& values, int points);
 
+// One press of a panel's scale arrow: times 1.1 up, divided by 1.1 down, never below 0.001. With
+// "Stop at 1.0 on Expand/Reduce" a step that passes 1.0 stops on it. The panel's full scale is the
+// projection's maximum times this factor.
+float StepPanelFactor(float factor, bool up, bool stopAtOne);
+
 void DrawTrace(platform::Surface& surface, const TracePanel& panel, const std::vector<float>& ppm,
                const std::vector<float>& values, int points, platform::Color color, int width);
 

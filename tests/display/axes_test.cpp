@@ -77,6 +77,23 @@ TEST(Axes, LabelsCentredUnderTicsWithinTheRectangle) {
   EXPECT_TRUE(middle);
 }
 
+TEST(Axes, GridLinesAtRoundStepsOrTheChosenOnes) {
+  test::RecordingSurface s;
+  DisplayState v;
+  v.ViewF2Start = 10;
+  v.ViewF2End = 0;
+  v.ViewF1Start = 0;
+  v.ViewF1End = 4;
+  DrawGridLines(s, {0, 0, 101, 51}, v, {});
+  EXPECT_EQ(s.Segments().size(), 10u + 8u);  // 9..0 across, 0.5..4 down in steps of 0.5
+  s.calls.clear();
+  DrawGridLines(s, {0, 0, 101, 51}, v, {false, 2.5, 2.5});
+  const auto segments = s.Segments();
+  ASSERT_EQ(segments.size(), 4u + 1u);  // 7.5, 5, 2.5, 0 and 2.5
+  EXPECT_EQ(segments[0].from, (platform::Point{25, 0}));
+  EXPECT_EQ(segments[0].color, 65535u);
+}
+
 TEST(DisplayState, WindowLimitsPointsAndTools) {
   const std::vector<float> ppm{0, 1, 2, 3, 4};
   DisplayState v;

@@ -32,6 +32,10 @@ TEST(Projections, PeaksOfBothSignsLandOnTheirPoints) {
   EXPECT_EQ(SliceAlongF1(*s, 70)[60], s->RR.at(70, 60));
   EXPECT_TRUE(SliceAlongF1(*s, 101).empty());
   EXPECT_EQ(SliceCaption(true, 3.25f), "Slice(F1) at 3.250");
+
+  EXPECT_FLOAT_EQ(StepPanelFactor(1.0f, true, false), 1.1f);
+  EXPECT_FLOAT_EQ(StepPanelFactor(0.95f, true, true), 1.0f);  // stops on 1.0 when passing it
+  EXPECT_FLOAT_EQ(StepPanelFactor(0.001f, false, false), 0.001f);
 }
 
 TEST(ThinTrace, AtMostTwoPointsPerPixelKeepingTheExtremesInOrder) {
