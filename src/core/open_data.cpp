@@ -5,6 +5,7 @@
 #include "core/session.h"
 #include "core/session_messages.h"
 #include "core/text.h"
+#include "core/user_extensions.h"
 #include "model/type_detector.h"
 
 namespace velk::core {
@@ -13,14 +14,16 @@ namespace {
 namespace fs = std::filesystem;
 using platform::Answer;
 
-std::vector<platform::FileFilter> ReadFilters() {
-  return {{"Ver.3/4 Type(*.vl2;*.vlk)", "*.vl2;*.vlk*"},
+std::vector<platform::FileFilter> ReadFilters(const std::vector<model::UserExtension>& userExtensions) {
+  std::vector<platform::FileFilter> filters{{"Ver.3/4 Type(*.vl2;*.vlk)", "*.vl2;*.vlk*"},
           {"JEOL Delta(*.jdf)", "*.jdf"},
           {"Bruker(fid;ser;1r;2rr)", "fid;ser;1r;2rr;acqus"},
           {"Varian(fid;data;phasefile)", "fid;data;phasefile;procpar"},
           {"Alice(*.als)", "*.als"},
-          {"JCAMP-DX(*.dx;*.jdx)", "*.dx;*.jdx"},
-          {"All Files(*.*)", "*.*"}};
+          {"JCAMP-DX(*.dx;*.jdx)", "*.dx;*.jdx"}};
+  for (const platform::FileFilter& own : UserExtensionFilters(userExtensions)) filters.push_back(own);
+  filters.push_back({"All Files(*.*)", "*.*"});
+  return filters;
 }
 
 // Asks to save changed data first; false when the user cancelled.
@@ -113,10 +116,11 @@ OpenResult SpectrumPath(Session& session, SessionServices& services, const model
 
 OpenResult Open(Session& session, SessionServices& services, std::optional<std::string> name) {
   if (!SaveChangesFirst(session, services)) return OpenResult::Cancelled;
+  const std::vector<model::UserExtension> own = ParseUserExtensions(List(session.settings2D, "USER EXTENSION DEF"));
   for (;;) {
-    if (!name) name = services.prompt.ChooseFile("Read Data", ReadFilters(), false);
+    if (!name) name = services.prompt.ChooseFile("Read Data", ReadFilters(own), false);
     if (!name) return OpenResult::Cancelled;
-    const model::Detection d = model::TypeDetector(*name, services.formats);
+    const model::Detection d = model::TypeDetector(*name, services.formats, own);
     const int path = d.code < 0 ? -1 : d.code & ~0xFF;
     if (path != 0x2000 && path != 0x2100) {
       if (services.prompt.Ask(messages::NotTwoDimensional()) != Answer::Retry) return OpenResult::Cancelled;

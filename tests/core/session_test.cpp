@@ -4,6 +4,8 @@
 #include <fstream>
 
 #include "core/session.h"
+#include "core/user_extensions.h"
+#include "model/type_detector.h"
 #include "support/scripted_prompt.h"
 #include "support/temp_folder.h"
 
@@ -173,6 +175,23 @@ TEST(Close, CancelKeepsEverythingAndEndClearsTheRun) {
   EXPECT_FALSE(std::filesystem::exists(f.session.run.OwnWorkFile()));
   EXPECT_TRUE(std::filesystem::exists(f.session.folders.config / "2DCommon.ini"));
   EXPECT_TRUE(std::filesystem::exists(f.session.settings2DFile));
+}
+
+}  // namespace velk::core
+
+namespace velk::core {
+
+TEST(UserExtensions, OwnExtensionsReachTheDetectorAndTheFilters) {
+  const auto own = ParseUserExtensions({"Lab Delta;*.nmr;&H2003", "broken", "Bad code;*.x;&H2042"});
+  ASSERT_EQ(own.size(), 1u);
+  EXPECT_EQ(own[0].extensionWord, ".ECP");
+  EXPECT_EQ(UserExtensionFilters(own)[0].label, "Lab Delta(*.nmr)");
+
+  test::TempFolder folder;
+  const std::array<model::FormatEntry, 1> formats{{{".ECP", model::kDelta, Probe, Read2D, nullptr}}};
+  const auto file = folder.Write("a.nmr", "2D\n" + std::string(400, ' '));
+  EXPECT_EQ(model::TypeDetector(file, formats).code, -1);
+  EXPECT_EQ(model::TypeDetector(file, formats, own).code, 0x2103);
 }
 
 }  // namespace velk::core
