@@ -23,6 +23,16 @@ struct Lanes {
 // of the range. By magnitude with the sign kept for signed data, a plain maximum otherwise; the held
 // value starts at 0 and only a strictly larger one replaces it, so ties keep the earlier point.
 void ThinLine(const float* source, int intervals, int stride, Lanes out, int outIntervals, bool bySize) {
+  if (out.width == 1 && bySize) {  // the column direction: one value at a time
+    for (int j = 0; j <= outIntervals; ++j) {
+      float held = 0.0f;
+      const int last = std::min(j * stride + stride - 1, intervals);
+      for (int i = j * stride; i <= last; ++i)
+        if (std::fabs(source[i]) > std::fabs(held)) held = source[i];
+      out.data[j] = held;
+    }
+    return;
+  }
   for (int j = 0; j <= outIntervals; ++j) {
     float* held = out.at(j);
     std::fill(held, held + out.width, 0.0f);

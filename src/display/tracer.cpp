@@ -107,6 +107,14 @@ float Signed(float v) {
   return Sign > 0 ? v : -v;
 }
 
+// The first column from `col` on at which the top or the bottom row is inside. A cell whose four
+// corners are all outside draws nothing and leaves no run open, so the walk jumps over such cells.
+template <int Sign>
+int NextInsideColumn(const float* top, const float* bottom, int col, int last, double t) {
+  while (col <= last && !(Signed<Sign>(top[col]) > t) && !(Signed<Sign>(bottom[col]) > t)) ++col;
+  return col;
+}
+
 // Crossing of the level on an edge between values a (at pa) and b (at pb), rounded after the
 // division: (pb*(a-t) + pa*(t-b)) / (a-b).
 int Cross(int pa, int pb, double a, double b, double t) { return Rnd((pb * (a - t) + pa * (t - b)) / (a - b)); }
@@ -130,6 +138,13 @@ void TraceLinesStrip(Surface& s, const ContourGrid& grid, const Frame& f, int r,
   if (Sgn(k.y0 - yl) * Sgn(k.y1 - yl) < 1) s.MoveTo(k.x0, yl);
 
   for (int col = f.colFirst + 1; col <= f.colLast; ++col) {
+    if (!(k.a > t) && !(k.b > t)) {
+      col = NextInsideColumn<Sign>(top, bottom, col, f.colLast, t);
+      if (col > f.colLast) break;
+      k.a = Signed<Sign>(top[col - 1]);
+      k.b = Signed<Sign>(bottom[col - 1]);
+      k.x0 = f.x[col - 1];
+    }
     k.c = Signed<Sign>(top[col]);
     k.d = Signed<Sign>(bottom[col]);
     k.x1 = f.x[col];
@@ -192,6 +207,15 @@ void TraceFilledStrip(Surface& s, const ContourGrid& grid, const Frame& f, int r
   auto& lo = ch.lower;
 
   for (int col = f.colFirst + 1; col <= f.colLast; ++col) {
+    if (!(k.a > t) && !(k.b > t)) {
+      const int next = NextInsideColumn<Sign>(top, bottom, col, f.colLast, t);
+      if (next > col) run = kNone;  // the cells passed over close nothing: both edges are outside
+      col = next;
+      if (col > f.colLast) break;
+      k.a = Signed<Sign>(top[col - 1]);
+      k.b = Signed<Sign>(bottom[col - 1]);
+      k.x0 = f.x[col - 1];
+    }
     k.c = Signed<Sign>(top[col]);
     k.d = Signed<Sign>(bottom[col]);
     k.x1 = f.x[col];
