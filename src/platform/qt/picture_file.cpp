@@ -8,6 +8,7 @@
 #include <QSvgGenerator>
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -62,11 +63,19 @@ bool WritePdf(const QString& name, Extent size, const std::function<void(Surface
   return true;
 }
 
+// Qt's own messages go to stderr as usual, except the note that a command-line run has no
+// XDG_RUNTIME_DIR: Qt then uses a private folder of its own, which is all a picture needs.
+void ForwardQtMessage(QtMsgType, const QMessageLogContext&, const QString& text) {
+  if (text.contains(QStringLiteral("XDG_RUNTIME_DIR"))) return;
+  std::fprintf(stderr, "%s\n", qPrintable(text));
+}
+
 }  // namespace
 
 void EnsureGuiApplication() {
   if (QCoreApplication::instance()) return;
   if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  qInstallMessageHandler(ForwardQtMessage);
   static int argc = 1;
   static char name[] = "velk2d";
   static char* argv[] = {name, nullptr};
