@@ -22,13 +22,15 @@ def main():
     levels = np.concatenate([-positive[::-1], positive])
     fig = plt.figure(figsize=(pixels / 100, pixels / 100), dpi=100)
     ax = fig.add_axes([0.08, 0.08, 0.9, 0.9])
-    x = np.linspace(10, 0, cols)
+    # Index 0 is 0 ppm on both axes; shown as NMR shows it, high ppm at the left and at the bottom.
+    x = np.linspace(0, 10, cols)
     y = np.linspace(0, 10, rows)
     if mode == "filled":
         ax.contourf(x, y, data, levels=levels, extend="both", cmap="bwr")
     else:
         ax.contour(x, y, data, levels=levels, linewidths=0.5)
     ax.invert_xaxis()
+    ax.invert_yaxis()
     fig.savefig(out, dpi=100)
 
 

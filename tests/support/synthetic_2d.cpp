@@ -16,6 +16,16 @@ std::unique_ptr<model::Spectrum2D> MakeSynthetic2D(int cols, int rows, const std
   const double stepF2 = 10.0 / (cols - 1), stepF1 = 10.0 / (rows - 1);
   for (int c = 0; c < cols; ++c) s->ppmF2[c] = static_cast<float>(c * stepF2);
   for (int r = 0; r < rows; ++r) s->ppmF1[r] = static_cast<float>(r * stepF1);
+  // A 500 MHz proton on both axes: 10 ppm is 5000 Hz.
+  for (int a : {model::F1, model::F2}) {
+    const int n = s->axis[a].Point;
+    s->axis[a].Frequency = 5000.0f;
+    s->axis[a].Resolution = 5000.0 / n;
+    s->extras[a].absFreqCenter = 500.0;
+    s->extras[a].absFreq0ppm = 500.0;
+    s->extras[a].ppmFirst = 0.0;
+    s->extras[a].ppmStep = 10.0 / (n - 1);
+  }
   for (const Peak2D& p : peaks) {
     // Each peak is written out to 40 half widths, far below any contour level.
     const int c0 = std::max(0, static_cast<int>((p.f2Ppm - 40 * p.widthPpm) / stepF2));
