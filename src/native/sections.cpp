@@ -1,0 +1,40 @@
+#include "native/sections.h"
+
+#include "core/text.h"
+
+namespace velk::native {
+
+Bytes Block::Section(Entry entry) const {
+  if (!entry.present() || entry.address < 0 || entry.length < 0) return {};
+  const auto start = static_cast<std::uint64_t>(entry.address);
+  if (start < address) return {};
+  const std::uint64_t offset = start - address;
+  if (!core::Fits(bytes, offset, static_cast<std::uint64_t>(entry.length))) return {};
+  return bytes.subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(entry.length));
+}
+
+std::uint64_t BeginSection(FileSink& sink, std::string_view tag) {
+  sink.NextSection();
+  const std::uint64_t address = sink.Position();
+  sink.Tag(tag);
+  return address;
+}
+
+Entry EndSection(const FileSink& sink, std::uint64_t address) {
+  return {static_cast<std::int32_t>(address), static_cast<std::int32_t>(sink.Position() - address)};
+}
+
+Entry WriteTextSection(FileSink& sink, std::string_view tag, const std::string& text) {
+  const std::uint64_t address = BeginSection(sink, tag);
+  const std::string bytes = core::Utf8ToCp932(text);
+  if (bytes.empty()) sink.Put<std::int32_t>(0);
+  else sink.Append({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+  return EndSection(sink, address);
+}
+
+std::string ReadTextSection(Bytes section) {
+  if (section.size() <= kTagWidth) return {};
+  return ReadText(section, kTagWidth, section.size() - kTagWidth);
+}
+
+}  // namespace velk::native
