@@ -45,9 +45,10 @@ const model::CarriedSection* FindCarried(const model::Spectrum1D& s, std::string
   return nullptr;
 }
 
-void WriteKept(FileSink& sink, MutableBytes table, const model::Spectrum1D& s, const KeptSection& kept) {
+// Returns an absent entry when the section is left out.
+Entry WriteKept(FileSink& sink, const model::Spectrum1D& s, const KeptSection& kept) {
   const model::CarriedSection* carried = FindCarried(s, kept.tag);
-  if (!carried && kept.emptyBody == 0) return;
+  if (!carried && kept.emptyBody == 0) return {};
   sink.NextSection();
   const std::uint64_t at = sink.Position();
   if (carried) {
@@ -56,15 +57,15 @@ void WriteKept(FileSink& sink, MutableBytes table, const model::Spectrum1D& s, c
     sink.Tag(kept.tag);
     sink.Zeros(kept.emptyBody);
   }
-  StoreEntry(table, kept.entryAt, EndSection(sink, at));
+  return EndSection(sink, at);
 }
 
-void WriteData(FileSink& sink, MutableBytes table, const model::Spectrum1D& s) {
+Entry WriteData(FileSink& sink, const model::Spectrum1D& s) {
   const std::uint64_t at = BeginSection(sink, "%% Data");
   const auto n = static_cast<std::size_t>(std::max(s.params.POINT, 0));
   for (const std::vector<float>* part : {&s.re, &s.im})
     for (std::size_t i = 0; i < n; ++i) sink.Put(i < part->size() ? (*part)[i] : 0.0f);
-  StoreEntry(table, kDataEntry, EndSection(sink, at));
+  return EndSection(sink, at);
 }
 
 bool ReadData(Bytes section, model::Spectrum1D& s) {
@@ -102,31 +103,33 @@ Entry Write1DSection(FileSink& sink, std::string_view tag, const model::Spectrum
   std::vector<std::uint8_t> parameters = EncodeParameters1D(s);
   StoreText(parameters, 0, kTagWidth, "%% PARAMETER");
   sink.Append(parameters);
-  const auto table = [&] { return sink.At(base, kTableEnd); };  // the sink grows: take it afresh
-  StoreEntry(table(), kOrgFileEntry, {static_cast<std::int32_t>(base + kOrgFileAt), static_cast<std::int32_t>(kNameWidth)});
-  StoreEntry(table(), kParameterEntry, {static_cast<std::int32_t>(base + kParameterAt),
-                                        static_cast<std::int32_t>(kParameterBlockSize)});
-  WriteData(sink, table(), s);
-  StoreEntry(table(), kCommentEntry, WriteTextSection(sink, "%% COMMENT", s.comment));
-  StoreEntry(table(), kRtfEntry, WriteTextSection(sink, "%% COMMENT RTF", s.commentRtf));
-  StoreEntry(table(), kSimCommentEntry, WriteTextSection(sink, "%% SIM COMMENT", s.simComment));
-  StoreEntry(table(), kSampleIdEntry, WriteTextSection(sink, "%% SAMPLE ID", s.texts.sampleIdOld));
-  StoreEntry(table(), kSampleIdNewEntry, WriteTextSection(sink, "%% SAMPLEID NEW", s.texts.sampleId));
+  // The block's own table is filled in at the end: the sink grows meanwhile.
+  std::vector<std::pair<std::uint64_t, Entry>> entries{
+      {kOrgFileEntry, {static_cast<std::int32_t>(base + kOrgFileAt), static_cast<std::int32_t>(kNameWidth)}},
+      {kParameterEntry, {static_cast<std::int32_t>(base + kParameterAt), static_cast<std::int32_t>(kParameterBlockSize)}}};
+  entries.emplace_back(kDataEntry, WriteData(sink, s));
+  entries.emplace_back(kCommentEntry, WriteTextSection(sink, "%% COMMENT", s.comment));
+  entries.emplace_back(kRtfEntry, WriteTextSection(sink, "%% COMMENT RTF", s.commentRtf));
+  entries.emplace_back(kSimCommentEntry, WriteTextSection(sink, "%% SIM COMMENT", s.simComment));
+  entries.emplace_back(kSampleIdEntry, WriteTextSection(sink, "%% SAMPLE ID", s.texts.sampleIdOld));
+  entries.emplace_back(kSampleIdNewEntry, WriteTextSection(sink, "%% SAMPLEID NEW", s.texts.sampleId));
   for (const KeptSection& kept : kKept) {
-    WriteKept(sink, table(), s, kept);
+    entries.emplace_back(kept.entryAt, WriteKept(sink, s, kept));
     if (kept.tag == "%% REGION COLOR") {
       const std::uint64_t at = BeginSection(sink, "%% X LABELS");
       for (const std::string& label : s.xLabels) sink.Text(label, kXLabelWidth);
-      StoreEntry(table(), kXLabelsEntry, EndSection(sink, at));
+      entries.emplace_back(kXLabelsEntry, EndSection(sink, at));
     }
   }
   std::uint64_t at = BeginSection(sink, "%% FILENAME");
   sink.Text(fileName, kNameWidth);
-  StoreEntry(table(), kFileNameEntry, EndSection(sink, at));
+  entries.emplace_back(kFileNameEntry, EndSection(sink, at));
   sink.NextSection();
   at = sink.Position();
   WriteHistoryWithSummary(sink, HistoryOf(s), s.processing, kSummaryLines1D);
-  StoreEntry(table(), kHistoryEntry, EndSection(sink, at));
+  entries.emplace_back(kHistoryEntry, EndSection(sink, at));
+  const MutableBytes table = sink.At(base, kTableEnd);
+  for (const auto& [offset, entry] : entries) StoreEntry(table, offset, entry);
   BeginSection(sink, "%% END");
   return EndSection(sink, address);
 }

@@ -210,10 +210,12 @@ Read2DResult Read2DSection(Bytes file, Entry entry, model::Spectrum2D& s, model:
   if (static_cast<std::uint64_t>(std::max(dataEntry.length, 0)) == 4 * planeBytes) planeCount = 4;
   const Bytes data = block.Section({dataEntry.address + static_cast<std::int32_t>(kTagWidth), dataEntry.length});
   if (data.size() != planeCount * planeBytes) planeCount = 0;
-  if (planeCount > 0 || !PlanesCover(s)) {
+  // Without planes of a fitting length the planes stay as they are: nothing is allocated for
+  // sizes that the file itself does not back.
+  if (planeCount > 0) {
     if (!PlanesCover(s) && model::AllocateSpectrum2D(s, columns, rows) != 0) return Read2DResult::NoMemory;
     FillPlanes(data, s, planeCount);
-    if (planeCount > 0) words.realOnly = planeCount == 1 ? 1 : 0;
+    words.realOnly = planeCount == 1 ? 1 : 0;
   }
 
   const Entry orgFile = block.EntryAt(base + kOrgFileEntry);
