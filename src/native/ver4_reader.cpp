@@ -9,6 +9,7 @@
 #include "native/block_1d.h"
 #include "native/block_2d.h"
 #include "native/file_layout.h"
+#include "native/file_view.h"
 #include "native/messages.h"
 #include "native/ver4_file.h"
 
@@ -107,9 +108,6 @@ void Log(const model::ReadContext& context, const std::string& name) {
   if (context.log) context.log("Read", name);
 }
 
-std::optional<std::vector<std::uint8_t>> Load(const std::filesystem::path& file) {
-  return core::ReadWholeFile(file.string());
-}
 
 }  // namespace
 
@@ -149,15 +147,15 @@ Outcome Read1DBytes(Bytes file, const std::string& name, model::Spectrum1D& s, m
 }
 
 Outcome ReadDataR4(const std::filesystem::path& file, model::Spectrum2D& s, model::ReadContext& context) {
-  const auto bytes = Load(file);
-  if (!bytes) return InvalidData();
-  return Read2DBytes(*bytes, file.string(), s, context);
+  const FileView view = FileView::Open(file);
+  if (!view.valid()) return InvalidData();
+  return Read2DBytes(view.bytes(), file.string(), s, context);
 }
 
 Outcome ReadDataR4(const std::filesystem::path& file, model::Spectrum1D& s, model::ReadContext& context) {
-  const auto bytes = Load(file);
-  if (!bytes) return InvalidData();
-  return Read1DBytes(*bytes, file.string(), s, context);
+  const FileView view = FileView::Open(file);
+  if (!view.valid()) return InvalidData();
+  return Read1DBytes(view.bytes(), file.string(), s, context);
 }
 
 Outcome Read2DEntryR4(const model::DetectedFile& file, model::Spectrum2D& s, model::ReadContext& context) {
