@@ -16,7 +16,6 @@ constexpr std::string_view kModeString = "1D NORM NORM ";
 constexpr std::uint64_t kOrgFileEntry = 32, kParameterEntry = 40, kDataEntry = 48, kCommentEntry = 56,
                         kHistoryEntry = 112, kFileNameEntry = 128, kSampleIdEntry = 152, kXLabelsEntry = 160,
                         kRtfEntry = 168, kSimCommentEntry = 176, kSampleIdNewEntry = 192;
-constexpr std::uint64_t kOrgFileAt = 240, kParameterAt = 768, kTableEnd = 240;
 constexpr std::size_t kNameWidth = 255;
 constexpr std::size_t kXLabelWidth = 64;
 
@@ -91,18 +90,9 @@ HistoryTexts HistoryOf(const model::Spectrum1D& s) { return {s.texts.fftUser, s.
 
 Entry Write1DSection(FileSink& sink, std::string_view tag, const model::Spectrum1D& s, const std::string& fileName) {
   sink.NextSection();
-  const std::uint64_t address = sink.Position();
+  const std::uint64_t address = WriteBlockOpening(sink, tag, std::string(kModeString), s.texts.originalFileName,
+                                                  kNameWidth, EncodeParameters1D(s));
   const std::uint64_t base = address + kTagWidth;
-  sink.Tag(tag);
-  sink.Text(std::string(kModeString), kTagWidth);
-  sink.Tag("%% ADDRESS");
-  sink.Zeros(kOrgFileAt - 2 * kTagWidth);
-  sink.Tag("%% ORG FILE");
-  sink.Text(s.texts.originalFileName, kNameWidth);
-  sink.Zeros(kParameterAt - (kOrgFileAt + kTagWidth + kNameWidth));
-  std::vector<std::uint8_t> parameters = EncodeParameters1D(s);
-  StoreText(parameters, 0, kTagWidth, "%% PARAMETER");
-  sink.Append(parameters);
   // The block's own table is filled in at the end: the sink grows meanwhile.
   std::vector<std::pair<std::uint64_t, Entry>> entries{
       {kOrgFileEntry, {static_cast<std::int32_t>(base + kOrgFileAt), static_cast<std::int32_t>(kNameWidth)}},
@@ -128,7 +118,7 @@ Entry Write1DSection(FileSink& sink, std::string_view tag, const model::Spectrum
   at = sink.Position();
   WriteHistoryWithSummary(sink, HistoryOf(s), s.processing, kSummaryLines1D);
   entries.emplace_back(kHistoryEntry, EndSection(sink, at));
-  const MutableBytes table = sink.At(base, kTableEnd);
+  const MutableBytes table = sink.At(base, kBlockTableEnd);
   for (const auto& [offset, entry] : entries) StoreEntry(table, offset, entry);
   BeginSection(sink, "%% END");
   return EndSection(sink, address);
@@ -137,7 +127,7 @@ Entry Write1DSection(FileSink& sink, std::string_view tag, const model::Spectrum
 bool Read1DSection(Bytes file, Entry entry, model::Spectrum1D& s) {
   const Entry inside = Inside(entry, file.size());
   const Bytes bytes = SectionOf(file, inside);
-  if (bytes.size() < kTagWidth + kTableEnd || ReadText(bytes, kTagWidth, 12) != core::Trim(kModeString)) return false;
+  if (bytes.size() < kTagWidth + kBlockTableEnd || ReadText(bytes, kTagWidth, 12) != core::Trim(kModeString)) return false;
   // Entries that run past the block's end are taken as absent.
   Block block{bytes, static_cast<std::uint64_t>(inside.address)};
   const std::uint64_t base = kTagWidth;

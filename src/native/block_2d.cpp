@@ -21,7 +21,7 @@ constexpr std::uint64_t kOrgFileEntry = 32, kParameterEntry = 40, kDataEntry = 4
                         kPeakEntry = 64, kRegionEntry = 80, kPrintSetEntry = 96, kHistoryEntry = 112,
                         kFileNameLength = 132, kSampleIdEntry = 152, kRtfEntry = 160, kFileNameAddress = 168,
                         kSampleIdNewEntry = 176;
-constexpr std::uint64_t kOrgFileAt = 240, kParameterAt = 768, kDataAt = 3328;
+constexpr std::uint64_t kDataAt = 3328;
 constexpr std::size_t kOrgFileWidth = 256;
 constexpr std::size_t kFileNameWidth = 255;
 constexpr std::size_t kPrintSetBody = 256;  // floats at +16 .. +28, zeros, the closing long at +268
@@ -120,18 +120,9 @@ void WriteTail(FileSink& tail, MutableBytes table, const model::Spectrum2D& s, c
 
 Entry Write2DSection(FileSink& head, FileSink& tail, const model::Spectrum2D& s, const PlaneSet& planes,
                      const std::string& fileName) {
-  const std::uint64_t address = head.Position();
+  const std::uint64_t address = WriteBlockOpening(head, k2DTag, planes.modeString, s.texts.originalFileName,
+                                                  kOrgFileWidth, EncodeParameters2D(s));
   const std::uint64_t base = address + kTagWidth;
-  head.Tag(k2DTag);
-  head.Text(planes.modeString, kTagWidth);
-  head.Tag("%% ADDRESS");
-  head.Zeros(kOrgFileAt - 2 * kTagWidth);
-  head.Tag("%% ORG FILE");
-  head.Text(s.texts.originalFileName, kOrgFileWidth);
-  head.Zeros(kParameterAt - (kOrgFileAt + kTagWidth + kOrgFileWidth));
-  std::vector<std::uint8_t> parameters = EncodeParameters2D(s);
-  StoreText(parameters, 0, kTagWidth, "%% PARAMETER");
-  head.Append(parameters);
   head.Tag(planes.planes.size() == 4 ? "%% RR,RI,IR,II" : "%% RR");
 
   std::uint64_t planeBytes = 0;
@@ -139,7 +130,7 @@ Entry Write2DSection(FileSink& head, FileSink& tail, const model::Spectrum2D& s,
   tail.base = head.Position() + planeBytes;
   tail.bytes.clear();
 
-  MutableBytes table = head.At(base, kOrgFileAt);
+  MutableBytes table = head.At(base, kBlockTableEnd);
   StoreEntry(table, kOrgFileEntry, {static_cast<std::int32_t>(base + kOrgFileAt), static_cast<std::int32_t>(kOrgFileWidth)});
   StoreEntry(table, kParameterEntry, {static_cast<std::int32_t>(base + kParameterAt),
                                       static_cast<std::int32_t>(kParameterBlockSize)});
@@ -189,7 +180,7 @@ void SetNuclei(model::Spectrum2D& s, int pulseModeClass) {
 Read2DResult Read2DSection(Bytes file, Entry entry, model::Spectrum2D& s, model::DataWords& words) {
   const Block block{SectionOf(file, entry), static_cast<std::uint64_t>(entry.address)};
   const std::uint64_t base = kTagWidth;
-  if (block.bytes.size() < base + kOrgFileAt) return Read2DResult::Invalid;
+  if (block.bytes.size() < base + kBlockTableEnd) return Read2DResult::Invalid;
   const Bytes parameters = block.Section(block.EntryAt(base + kParameterEntry));
   if (parameters.empty()) return Read2DResult::Invalid;
   DecodeParameters2D(parameters, s);

@@ -13,6 +13,22 @@ Bytes Block::Section(Entry entry) const {
   return bytes.subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(entry.length));
 }
 
+std::uint64_t WriteBlockOpening(FileSink& sink, std::string_view tag, const std::string& modeString,
+                                const std::string& originalName, std::size_t nameWidth,
+                                std::vector<std::uint8_t> parameters) {
+  const std::uint64_t address = sink.Position();
+  sink.Tag(tag);
+  sink.Text(modeString, kTagWidth);
+  sink.Tag("%% ADDRESS");
+  sink.Zeros(kOrgFileAt - 2 * kTagWidth);
+  sink.Tag("%% ORG FILE");
+  sink.Text(originalName, nameWidth);
+  sink.Zeros(kParameterAt - (kOrgFileAt + kTagWidth + nameWidth));
+  StoreText(parameters, 0, kTagWidth, "%% PARAMETER");
+  sink.Append(parameters);
+  return address;
+}
+
 std::uint64_t BeginSection(FileSink& sink, std::string_view tag) {
   sink.NextSection();
   const std::uint64_t address = sink.Position();

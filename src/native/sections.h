@@ -22,6 +22,16 @@ Entry WriteTextSection(FileSink& sink, std::string_view tag, const std::string& 
 // The text of a section read by its table entry: from the address + 16 over the length - 16.
 std::string ReadTextSection(Bytes section);
 
+// Both data blocks open alike; offsets count from the base, 16 bytes behind the block's address.
+inline constexpr std::uint64_t kBlockTableEnd = 240;
+inline constexpr std::uint64_t kOrgFileAt = 240;
+inline constexpr std::uint64_t kParameterAt = 768;
+// Writes the block's tag, its mode string, "%% ADDRESS" with zeros for the block's own table, the
+// original file name and the parameter block (whose tag it sets). Returns the block's address.
+std::uint64_t WriteBlockOpening(FileSink& sink, std::string_view tag, const std::string& modeString,
+                                const std::string& originalName, std::size_t nameWidth,
+                                std::vector<std::uint8_t> parameters);
+
 // Starts a section at the next boundary with its tag; returns its address.
 std::uint64_t BeginSection(FileSink& sink, std::string_view tag);
 Entry EndSection(const FileSink& sink, std::uint64_t address);

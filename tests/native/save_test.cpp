@@ -1,6 +1,9 @@
 // What a save writes, what it asks, and the backup generations around it.
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
+#include <csignal>
 #include <fstream>
 
 #include "native/backup.h"
@@ -128,6 +131,35 @@ TEST(Ver4Save, BackupGenerations) {
                                            SaveMode::AllPlanes, {true, nullptr});
   EXPECT_EQ(outcome.code, -1);
   EXPECT_EQ(outcome.message.title, "WDR V4");
+}
+
+// The file system refuses the write half way (a file size limit below the new file's size):
+// the previous file and its generation come back unchanged.
+TEST(Ver4Save, AFailedSaveRestoresThePreviousFile) {
+  TempFolder folder;
+  const auto target = folder / "set.vlk2";
+  const auto names = native::BackupNamesOf(target);
+  auto s = MakeSpectrum2D(128, 128);
+  const native::WriteOptions keep{true, nullptr};
+  for (int i = 0; i < 2; ++i)  // one plane: about 80 kB
+    ASSERT_TRUE(native::WriteDataR4(target, *s, nullptr, nullptr, {0x210C, 1, 0}, SaveMode::AllPlanes, keep).ok());
+  const auto previous = Slurp(target), generation = Slurp(names.first);
+
+  rlimit saved{};
+  getrlimit(RLIMIT_FSIZE, &saved);
+  const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit limit = saved;
+  limit.rlim_cur = 150000;
+  setrlimit(RLIMIT_FSIZE, &limit);
+  const auto outcome = native::WriteDataR4(target, *s, nullptr, nullptr, {0x210C, 0, 0}, SaveMode::AllPlanes, keep);
+  setrlimit(RLIMIT_FSIZE, &saved);
+  std::signal(SIGXFSZ, oldHandler);
+
+  EXPECT_EQ(outcome.code, -1);
+  EXPECT_EQ(outcome.message.title, "WDR V4");
+  EXPECT_TRUE(Slurp(target) == previous);
+  EXPECT_TRUE(Slurp(names.first) == generation);
+  EXPECT_FALSE(std::filesystem::exists(names.second));
 }
 
 }  // namespace
