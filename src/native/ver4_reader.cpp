@@ -119,7 +119,7 @@ Outcome Read2DBytes(Bytes file, const std::string& name, model::Spectrum2D& s, m
   switch (Read2DSection(file, table.twoD, s, context.words)) {
     case Read2DResult::Ok: break;
     case Read2DResult::Invalid: return Refuse2D(s, messages::kDataError2D, messages::kInvalid2DData);
-    case Read2DResult::TooLarge: return {1, messages::Error(messages::kDataError, messages::kTooLargeData)};
+    case Read2DResult::TooLarge: return Refuse2D(s, messages::kDataError, messages::kTooLargeData);
     case Read2DResult::NoMemory: return Refuse2D(s, messages::kDataSizeError, messages::kDataSizeTooLarge);
   }
   ReadCompanion(file, table.oneD[0], context.companionF2, 1, messages::kInvalidF2Data, context.prompt);
