@@ -66,13 +66,13 @@ model::Spectrum1D MakeSpectrum1D(std::int32_t points, std::int16_t mode) {
   s.absFreq0ppm = 500.0;
   s.absFreqCenter = 500.13;
   s.axisFirst = 10.0f;
-  s.axisStep = -0.015625;  // exact in binary: the axis repair keeps it
+  s.axisStep = -0.0123456789;
   for (std::int32_t i = 0; i < points; ++i) {
     s.re[i] = static_cast<float>(i);
     s.im[i] = static_cast<float>(-i);
     s.axisPpm[i] = s.axisFirst + i * s.axisStep;
   }
-  s.params.FREQU = static_cast<float>((points - 1) * 0.015625 * 500.0);
+  s.params.FREQU = static_cast<float>((points - 1) * 0.0123456789 * 500.0);
   s.params.RESOL = s.params.FREQU / points;
   s.comment = "trace";
   s.xLabels = {"x 1", "x 2", "x 3"};

@@ -76,7 +76,7 @@ TEST(Ver4RoundTrip, RewritingWhatWasReadChangesNoByte) {
       EXPECT_EQ(back->f1.mode, 2);
       EXPECT_EQ(back->f1.re[199], 199.0f);
       EXPECT_EQ(back->f1.im[199], -199.0f);
-      EXPECT_DOUBLE_EQ(back->f1.axisPpm[2], 10.0 - 2 * 0.015625);
+      EXPECT_DOUBLE_EQ(back->f1.axisPpm[2], 10.0 - 2 * 0.0123456789);
       EXPECT_EQ(back->f2.xLabels[2], "x 3");
       EXPECT_EQ(back->f2.carried.sections.size(), c.everyCarried ? 9u : 2u);  // integral and peaks always stand
     }
