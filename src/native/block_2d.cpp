@@ -16,7 +16,6 @@ using model::F1;
 using model::F2;
 
 // Offsets from the base, 16 bytes behind the section's address.
-constexpr std::uint64_t kBlockTableTagAt = 16;
 constexpr std::uint64_t kOrgFileEntry = 32, kParameterEntry = 40, kDataEntry = 48, kCommentEntry = 56,
                         kPeakEntry = 64, kRegionEntry = 80, kPrintSetEntry = 96, kHistoryEntry = 112,
                         kFileNameLength = 132, kSampleIdEntry = 152, kRtfEntry = 160, kFileNameAddress = 168,
@@ -199,7 +198,11 @@ Read2DResult Read2DSection(Bytes file, Entry entry, model::Spectrum2D& s, model:
   std::size_t planeCount = 0;
   if (static_cast<std::uint64_t>(std::max(dataEntry.length, 0)) == planeBytes) planeCount = 1;
   if (static_cast<std::uint64_t>(std::max(dataEntry.length, 0)) == 4 * planeBytes) planeCount = 4;
-  const Bytes data = block.Section({dataEntry.address + static_cast<std::int32_t>(kTagWidth), dataEntry.length});
+  // The data's length counts the planes only, from behind the tag.
+  const Bytes data = dataEntry.address > 0 && dataEntry.length >= 0
+                         ? block.Range(static_cast<std::uint64_t>(dataEntry.address) + kTagWidth,
+                                       static_cast<std::uint64_t>(dataEntry.length))
+                         : Bytes{};
   if (data.size() != planeCount * planeBytes) planeCount = 0;
   // Without planes of a fitting length the planes stay as they are: nothing is allocated for
   // sizes that the file itself does not back.

@@ -6,11 +6,14 @@ namespace velk::native {
 
 Bytes Block::Section(Entry entry) const {
   if (!entry.present() || entry.address < 0 || entry.length < 0) return {};
-  const auto start = static_cast<std::uint64_t>(entry.address);
+  return Range(static_cast<std::uint64_t>(entry.address), static_cast<std::uint64_t>(entry.length));
+}
+
+Bytes Block::Range(std::uint64_t start, std::uint64_t length) const {
   if (start < address) return {};
   const std::uint64_t offset = start - address;
-  if (!core::Fits(bytes, offset, static_cast<std::uint64_t>(entry.length))) return {};
-  return bytes.subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(entry.length));
+  if (!core::Fits(bytes, offset, length)) return {};
+  return bytes.subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(length));
 }
 
 std::uint64_t WriteBlockOpening(FileSink& sink, std::string_view tag, const std::string& modeString,

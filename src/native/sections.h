@@ -14,6 +14,8 @@ struct Block {
 
   // The section an absolute entry names, when it lies inside the block; else empty.
   Bytes Section(Entry entry) const;
+  // The bytes from an absolute address on, when they lie inside the block; else empty.
+  Bytes Range(std::uint64_t start, std::uint64_t length) const;
   Entry EntryAt(std::uint64_t offsetInBlock) const { return ReadEntry(bytes, offsetInBlock); }
 };
 

@@ -11,11 +11,11 @@ namespace velk::test {
 std::unique_ptr<model::Spectrum2D> MakeSpectrum2D(std::int32_t f2Points, std::int32_t f1Points) {
   auto s = std::make_unique<model::Spectrum2D>();
   model::AllocateSpectrum2D(*s, f2Points, f1Points);
-  const model::Plane* planes[4] = {&s->RR, &s->RI, &s->IR, &s->II};
+  model::Plane* planes[4] = {&s->RR, &s->RI, &s->IR, &s->II};
   for (int k = 0; k < 4; ++k)
     for (std::int32_t r = 0; r < f1Points; ++r)
       for (std::int32_t c = 0; c < f2Points; ++c)
-        const_cast<model::Plane*>(planes[k])->at(c, r) = static_cast<float>(k * 1000000 + r * 1000 + c) * 0.25f;
+        planes[k]->at(c, r) = static_cast<float>(k * 1000000 + r * 1000 + c) * 0.25f;
   for (int a : {model::F1, model::F2}) {
     s->axis[a].Point = a == model::F2 ? f2Points : f1Points;
     s->axis[a].Frequency = a == model::F2 ? 6000.0f : 5500.0f;
