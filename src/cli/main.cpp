@@ -7,6 +7,8 @@ int main(int argc, char** argv) {
   app.require_subcommand(1);
   int status = 0;
   velk::cli::AddInfoCommand(app, status);
+  velk::cli::AddConvertCommand(app, status);
+  velk::cli::AddExportCommand(app, status);
 #ifdef VELK_WITH_PLOT
   velk::cli::AddPlotCommand(app, status);
 #endif

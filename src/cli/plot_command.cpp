@@ -4,16 +4,16 @@
 #include <cmath>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <sstream>
 
 #include "cli/cli_prompt.h"
 #include "cli/commands.h"
+#include "cli/read_input.h"
 #include "display/display_grid.h"
 #include "display/page_picture.h"
-#include "formats/registry.h"
 #include "model/data_type.h"
 #include "model/spectrum.h"
-#include "model/type_detector.h"
 #include "platform/qt/picture_file.h"
 
 namespace velk::cli {
@@ -62,14 +62,19 @@ std::string AxisCaption(const char* axis, const std::string& nucleus) {
   return std::string(axis) + (nucleus.empty() ? "" : " " + nucleus) + " (ppm)";
 }
 
-// The window: the whole spectrum, high ppm at the left and at the bottom, unless given.
-display::DisplayState MakeView(const model::Spectrum2D& s, const PlotOptions& o) {
+// The window: the whole spectrum, high ppm at the left and at the bottom, unless given. A given
+// window must overlap the data; the overlap is what is shown.
+std::optional<display::DisplayState> MakeView(const model::Spectrum2D& s, const PlotOptions& o) {
   const auto range = [](const std::vector<float>& ppm, int points) {
     const auto [lo, hi] = std::minmax_element(ppm.begin(), ppm.begin() + points);
     return std::pair{*lo, *hi};
   };
   const auto [f2lo, f2hi] = range(s.ppmF2, s.axis[model::F2].Point);
   const auto [f1lo, f1hi] = range(s.ppmF1, s.axis[model::F1].Point);
+  const auto overlaps = [](const std::vector<double>& window, float lo, float hi) {
+    return window.size() != 2 || (std::max(window[0], window[1]) > lo && std::min(window[0], window[1]) < hi);
+  };
+  if (!overlaps(o.f2, f2lo, f2hi) || !overlaps(o.f1, f1lo, f1hi)) return std::nullopt;
   display::DisplayState v;
   v.ViewF2Start = o.f2.size() == 2 ? static_cast<float>(o.f2[0]) : f2hi;
   v.ViewF2End = o.f2.size() == 2 ? static_cast<float>(o.f2[1]) : f2lo;
@@ -92,27 +97,13 @@ int RunPlot(const PlotOptions& o) {
     return Fail(o.output, "the picture must end in .png, .bmp, .svg or .pdf", 2);
   if (!(o.lower > 0 && o.lower < o.upper)) return Fail(o.input, "the lower limit must be above 0 and below the upper", 2);
 
-  const model::FormatTable formats = formats::Formats();
-  const model::Detection d = model::TypeDetector(o.input, formats);
-  if (d.code < 0) return Fail(o.input, d.reason, std::filesystem::exists(o.input) ? 1 : 2);
-  if (model::Dimension(d.code) != 2) return Fail(o.input, "not a 2D data set", 1);
-  const auto entry = std::find_if(formats.begin(), formats.end(), [&](const model::FormatEntry& e) {
-    return e.extensionWord == d.file.extensionWord;
-  });
-  if (entry == formats.end() || !entry->read2D) return Fail(o.input, "no reader for this kind of data yet", 1);
-
   CliPrompt prompt;
-  platform::NoProgress progress;
-  model::DataWords words{d.code, d.pulseModeClass, 0};
-  model::ReadContext context{prompt, progress, words, [](std::string_view, const std::string&) {}};
-  auto spectrum = std::make_unique<model::Spectrum2D>();
-  const platform::Outcome read = entry->read2D(d.file, *spectrum, context);
-  if (!read.ok())
-    return Fail(o.input, read.message.title + (read.message.title.empty() ? "" : ": ") + read.message.text,
-                read.code == 1 ? 1 : 2);
-  if (!model::IsProcessed(words.dataTypeCode))
+  LoadedData data = LoadAnyFile(o.input, prompt);
+  if (data.status != 0) return Fail(o.input, data.error, data.status);
+  if (!data.twoD) return Fail(o.input, "not a 2D data set", 1);
+  if (!model::IsProcessed(data.words.dataTypeCode))
     return Fail(o.input, "a raw FID: the 2D transform is not part of this build yet", 1);
-  model::Spectrum2D& s = *spectrum;
+  model::Spectrum2D& s = *data.twoD;
   if (s.axis[model::F2].Point < 3 || s.axis[model::F1].Point < 3 ||
       static_cast<int>(s.ppmF2.size()) < s.axis[model::F2].Point ||
       static_cast<int>(s.ppmF1.size()) < s.axis[model::F1].Point)
@@ -122,7 +113,7 @@ int RunPlot(const PlotOptions& o) {
   setting.Steps = o.steps;
   setting.Interval = o.spacing;
   setting.DisplayMode = o.mode == "filled" ? display::kFilled : display::kLines;
-  const int pulseModeClass = words.pulseModeClass;
+  const int pulseModeClass = data.words.pulseModeClass;
   const float full = FullScale(s, pulseModeClass, setting);
   s.UpperLimit = static_cast<float>(o.upper * full);
   s.LowerLimit = static_cast<float>(o.lower * full);
@@ -130,19 +121,20 @@ int RunPlot(const PlotOptions& o) {
   const display::TraceKind traces = o.traces == "none"      ? display::TraceKind::None
                                     : o.traces == "pos-neg" ? display::TraceKind::ProjectionPosNeg
                                                             : display::TraceKind::Projection;
+  const std::optional<display::DisplayState> view = MakeView(s, o);
+  if (!view) return Fail(o.input, "the window given by --f2 or --f1 lies outside the spectrum", 2);
   const display::MainViewInput input{s,
                                      pulseModeClass,
                                      setting,
-                                     MakeView(s, o),
+                                     *view,
                                      traces,
                                      AxisCaption("F2", s.extras[model::F2].nucleus),
                                      AxisCaption("F1", s.extras[model::F1].nucleus)};
-  bool drawn = false;
-  const platform::Outcome written = platform::qt::WritePicture(o.output, size, [&](platform::Surface& surface) {
-    drawn = display::DrawMainView(surface, size, input, progress);
-  });
+  platform::NoProgress progress;
+  const platform::Outcome written = platform::qt::WritePicture(
+      o.output, size, [&](platform::Surface& surface) { return display::DrawMainView(surface, size, input, progress); });
+  if (written.code == 1) return Fail(o.input, "the window holds less than one point on an axis", 1);
   if (!written.ok()) return Fail(o.output, written.message.text, 2);
-  if (!drawn) return Fail(o.input, "the window holds less than one point on an axis", 1);
   return 0;
 }
 

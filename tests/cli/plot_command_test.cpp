@@ -1,9 +1,42 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
+
+#include "model/data_type.h"
+#include "native/ver4_file.h"
 #include "support/run_cli.h"
+#include "support/synthetic_2d.h"
 #include "support/temp_folder.h"
 
 namespace velk::test {
+
+std::string Head(const std::filesystem::path& file, std::size_t n) {
+  std::ifstream in(file, std::ios::binary);
+  std::string text(n, '\0');
+  in.read(text.data(), static_cast<std::streamsize>(n));
+  return text;
+}
+
+// A phase-sensitive spectrum in the program's own file, drawn into every picture kind.
+TEST(PlotCommand, DrawsASavedSpectrumInEveryPictureKind) {
+  TempFolder folder;
+  auto s = MakeSynthetic2D(256, 128, {{7, 3, 1.0, 0.08}, {3, 7, -0.9, 0.08}});
+  const model::DataWords words{model::MakeTypeCode(2, true, model::kVer4), model::VPH_HOMO, 1};
+  ASSERT_TRUE(native::WriteDataR4(folder / "s.vlk2", *s, nullptr, nullptr, words, native::SaveMode::RealOnly, {false, nullptr}).ok());
+  const std::string in = Quoted((folder / "s.vlk2").string());
+  for (const char* name : {"a.png", "a.svg", "a.pdf"}) {
+    const CliRun run = RunCli("plot " + in + " -o " + Quoted((folder / name).string()) +
+                              " --size 500x400 --mode filled --steps 8 --f2 9,1 --f1 1,9 --traces pos-neg");
+    EXPECT_EQ(run.exitStatus, 0) << run.err;
+  }
+  EXPECT_EQ(Head(folder / "a.png", 4), "\x89PNG");
+  EXPECT_EQ(Head(folder / "a.pdf", 5), "%PDF-");
+  // A window that lies beyond the data is refused, and no picture is left behind.
+  const CliRun outside = RunCli("plot " + in + " -o " + Quoted((folder / "b.png").string()) + " --f2 20,30");
+  EXPECT_EQ(outside.exitStatus, 2);
+  EXPECT_NE(outside.err.find("outside the spectrum"), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(folder / "b.png"));
+}
 
 TEST(PlotCommand, RefusesWhatItCannotDrawWithoutWritingAPicture) {
   TempFolder folder;

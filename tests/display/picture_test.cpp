@@ -37,7 +37,7 @@ TEST(MainViewPicture, FilledLevelsOfBothSignsInTheirColoursInEveryFileKind) {
   platform::NoProgress progress;
   for (const char* name : {"view.png", "view.svg", "view.pdf"}) {
     const auto outcome = platform::qt::WritePicture(folder / name, size, [&](platform::Surface& surface) {
-      EXPECT_TRUE(DrawMainView(surface, size, input, progress));
+      return DrawMainView(surface, size, input, progress);
     });
     ASSERT_TRUE(outcome.ok()) << outcome.message.text;
   }
@@ -62,8 +62,12 @@ TEST(MainViewPicture, FilledLevelsOfBothSignsInTheirColoursInEveryFileKind) {
   EXPECT_NE(at(7.12, 3), QColor(255, 0, 0));
   EXPECT_NE(at(7.12, 3), QColor(255, 255, 255));
 
-  EXPECT_FALSE(platform::qt::WritePicture(folder / "view.gif", size, [](platform::Surface&) {}).ok());
-  EXPECT_FALSE(platform::qt::WritePicture(folder / "missing" / "view.png", size, [](platform::Surface&) {}).ok());
+  const auto drawNothing = [](platform::Surface&) { return true; };
+  EXPECT_FALSE(platform::qt::WritePicture(folder / "view.gif", size, drawNothing).ok());
+  EXPECT_FALSE(platform::qt::WritePicture(folder / "missing" / "view.png", size, drawNothing).ok());
+  // A drawing with nothing to show leaves no file.
+  EXPECT_EQ(platform::qt::WritePicture(folder / "empty.png", size, [](platform::Surface&) { return false; }).code, 1);
+  EXPECT_FALSE(std::filesystem::exists(folder / "empty.png"));
 }
 
 }  // namespace

@@ -27,40 +27,38 @@ std::string LowerExtension(const std::filesystem::path& file) {
   return ext;
 }
 
-void DrawOn(QPaintDevice& device, Extent size, const std::function<void(Surface&)>& draw) {
+bool DrawOn(QPaintDevice& device, Extent size, const Drawing& draw) {
   QPainter painter(&device);
   painter.fillRect(0, 0, size.width, size.height, Qt::white);
+  bool drawn = false;
   {
     QtSurface surface(painter, size);
-    draw(surface);
+    drawn = draw(surface);
   }
-  painter.end();
+  return painter.end() && drawn;
 }
 
-bool WriteImage(const QString& name, const char* format, Extent size, const std::function<void(Surface&)>& draw) {
+bool WriteImage(const QString& name, const char* format, Extent size, const Drawing& draw) {
   QImage image(size.width, size.height, QImage::Format_RGB32);
-  DrawOn(image, size, draw);
-  return image.save(name, format);
+  return DrawOn(image, size, draw) && image.save(name, format);
 }
 
-bool WriteSvg(const QString& name, Extent size, const std::function<void(Surface&)>& draw) {
+bool WriteSvg(const QString& name, Extent size, const Drawing& draw) {
   QSvgGenerator svg;
   svg.setFileName(name);
   svg.setSize(QSize(size.width, size.height));
   svg.setViewBox(QRect(0, 0, size.width, size.height));
   svg.setResolution(kDotsPerInch);
-  DrawOn(svg, size, draw);
-  return true;
+  return DrawOn(svg, size, draw);
 }
 
-bool WritePdf(const QString& name, Extent size, const std::function<void(Surface&)>& draw) {
+bool WritePdf(const QString& name, Extent size, const Drawing& draw) {
   QPdfWriter pdf(name);
   pdf.setResolution(kDotsPerInch);
   const double toPoints = 72.0 / kDotsPerInch;
   pdf.setPageSize(QPageSize(QSizeF(size.width * toPoints, size.height * toPoints), QPageSize::Point));
   pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
-  DrawOn(pdf, size, draw);
-  return true;
+  return DrawOn(pdf, size, draw);
 }
 
 // Qt's own messages go to stderr as usual, except the note that a command-line run has no
@@ -88,7 +86,7 @@ bool IsPictureExtension(const std::filesystem::path& file) {
   return ext == ".png" || ext == ".bmp" || ext == ".svg" || ext == ".pdf";
 }
 
-Outcome WritePicture(const std::filesystem::path& file, Extent size, const std::function<void(Surface&)>& draw) {
+Outcome WritePicture(const std::filesystem::path& file, Extent size, const Drawing& draw) {
   const std::string ext = LowerExtension(file);
   if (!IsPictureExtension(file)) return {-1, {"Picture", "Unknown picture type: " + file.string()}};
   if (size.width < 1 || size.height < 1 || size.width > 32767 || size.height > 32767)
@@ -98,13 +96,19 @@ Outcome WritePicture(const std::filesystem::path& file, Extent size, const std::
   std::filesystem::path temporary = file;
   temporary += ".part" + ext;  // the writers choose by the name's ending
   const QString name = QString::fromStdString(temporary.string());
+  bool drawn = false;
+  const Drawing tracked = [&](Surface& surface) { return drawn = draw(surface); };
   bool written = false;
-  if (ext == ".png") written = WriteImage(name, "PNG", size, draw);
-  else if (ext == ".bmp") written = WriteImage(name, "BMP", size, draw);
-  else if (ext == ".svg") written = WriteSvg(name, size, draw);
-  else written = WritePdf(name, size, draw);
+  if (ext == ".png") written = WriteImage(name, "PNG", size, tracked);
+  else if (ext == ".bmp") written = WriteImage(name, "BMP", size, tracked);
+  else if (ext == ".svg") written = WriteSvg(name, size, tracked);
+  else written = WritePdf(name, size, tracked);
 
   std::error_code error;
+  if (!drawn) {
+    std::filesystem::remove(temporary, error);
+    return {1, {"Picture", "Nothing to draw"}};
+  }
   if (written && std::filesystem::exists(temporary, error)) std::filesystem::rename(temporary, file, error);
   else error = std::make_error_code(std::errc::io_error);
   if (error) {
