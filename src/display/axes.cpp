@@ -15,6 +15,15 @@ TicLengths LengthsFor(int textHeight) {
   return {static_cast<int>(std::lrint(0.3 * h)), static_cast<int>(std::lrint(0.15 * h))};
 }
 
+// Font, colours and pen of an axis; the tic lengths follow the height of its text.
+TicLengths BeginAxis(platform::Surface& surface, const AxisStyle& style, int& textHeight) {
+  surface.SetFont(style.font);
+  surface.SetTextColor(style.color);
+  surface.SetPen(style.color, style.penWidth);
+  textHeight = surface.MeasureText("0").height;
+  return LengthsFor(textHeight);
+}
+
 int Position(double value, double start, double end, int origin, int length) {
   return origin + static_cast<int>(std::lrint((value - start) / (end - start) * (length - 1)));
 }
@@ -23,11 +32,8 @@ int Position(double value, double start, double end, int origin, int length) {
 
 void DrawAxisF2(platform::Surface& surface, const Rect& rect, float start, float end, const AxisStyle& style) {
   if (start == end || rect.width < 2) return;
-  surface.SetFont(style.font);
-  surface.SetTextColor(style.color);
-  surface.SetPen(style.color, style.penWidth);
-  const int textHeight = surface.MeasureText("0").height;
-  const TicLengths len = LengthsFor(textHeight);
+  int textHeight = 0;
+  const TicLengths len = BeginAxis(surface, style, textHeight);
   surface.MoveTo(rect.x, rect.y);
   surface.LineTo(rect.right() - 1, rect.y);
   const auto tics = MakeTics(start, end, rect.width, style.tics,
@@ -46,11 +52,8 @@ void DrawAxisF2(platform::Surface& surface, const Rect& rect, float start, float
 
 void DrawAxisF1(platform::Surface& surface, const Rect& rect, float start, float end, const AxisStyle& style) {
   if (start == end || rect.height < 2) return;
-  surface.SetFont(style.font);
-  surface.SetTextColor(style.color);
-  surface.SetPen(style.color, style.penWidth);
-  const int textHeight = surface.MeasureText("0").height;
-  const TicLengths len = LengthsFor(textHeight);
+  int textHeight = 0;
+  const TicLengths len = BeginAxis(surface, style, textHeight);
   surface.MoveTo(rect.x, rect.y);
   surface.LineTo(rect.x, rect.bottom() - 1);
   // Labels stacked along a vertical axis need their height, not their width, between them.

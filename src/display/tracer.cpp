@@ -107,8 +107,7 @@ float Signed(float v) {
   return Sign > 0 ? v : -v;
 }
 
-// The first column from `col` on at which the top or the bottom row is inside. A cell whose four
-// corners are all outside draws nothing and leaves no run open, so the walk jumps over such cells.
+// The first column from `col` on at which the top or the bottom row is inside.
 template <int Sign>
 int NextInsideColumn(const float* top, const float* bottom, int col, int last, double t) {
   while (col <= last && !(Signed<Sign>(top[col]) > t) && !(Signed<Sign>(bottom[col]) > t)) ++col;
@@ -128,6 +127,28 @@ struct Cell {
   int yr() const { return Cross(y0, y1, c, d, t); }
 };
 
+// Moves the walk of a strip on to the next cell worth visiting and loads its right edge. A cell
+// whose four corners are all outside draws nothing and leaves no run open, so such cells are
+// passed over (`skipped`). Returns false at the end of the strip.
+template <int Sign>
+bool NextCell(Cell& k, const float* top, const float* bottom, const Frame& f, int& col, bool& skipped) {
+  skipped = false;
+  if (col > f.colLast) return false;
+  if (!(k.a > k.t) && !(k.b > k.t)) {
+    const int next = NextInsideColumn<Sign>(top, bottom, col, f.colLast, k.t);
+    skipped = next > col;
+    col = next;
+    if (col > f.colLast) return false;
+    k.a = Signed<Sign>(top[col - 1]);
+    k.b = Signed<Sign>(bottom[col - 1]);
+    k.x0 = f.x[col - 1];
+  }
+  k.c = Signed<Sign>(top[col]);
+  k.d = Signed<Sign>(bottom[col]);
+  k.x1 = f.x[col];
+  return true;
+}
+
 template <int Sign>
 void TraceLinesStrip(Surface& s, const ContourGrid& grid, const Frame& f, int r, float t) {
   const float* top = grid.row(r);
@@ -137,17 +158,8 @@ void TraceLinesStrip(Surface& s, const ContourGrid& grid, const Frame& f, int r,
   const int yl = k.a == k.b ? k.y0 : Cross(k.y0, k.y1, k.a, k.b, t);
   if (Sgn(k.y0 - yl) * Sgn(k.y1 - yl) < 1) s.MoveTo(k.x0, yl);
 
-  for (int col = f.colFirst + 1; col <= f.colLast; ++col) {
-    if (!(k.a > t) && !(k.b > t)) {
-      col = NextInsideColumn<Sign>(top, bottom, col, f.colLast, t);
-      if (col > f.colLast) break;
-      k.a = Signed<Sign>(top[col - 1]);
-      k.b = Signed<Sign>(bottom[col - 1]);
-      k.x0 = f.x[col - 1];
-    }
-    k.c = Signed<Sign>(top[col]);
-    k.d = Signed<Sign>(bottom[col]);
-    k.x1 = f.x[col];
+  bool skipped = false;
+  for (int col = f.colFirst + 1; NextCell<Sign>(k, top, bottom, f, col, skipped); ++col) {
     const int code = (k.a > t) << 3 | (k.c > t) << 2 | (k.d > t) << 1 | (k.b > t);  // A C D B
     switch (code) {
       case 0b1000: s.LineTo(k.xt(), k.y0); break;
@@ -206,19 +218,9 @@ void TraceFilledStrip(Surface& s, const ContourGrid& grid, const Frame& f, int r
   auto& up = ch.upper;
   auto& lo = ch.lower;
 
-  for (int col = f.colFirst + 1; col <= f.colLast; ++col) {
-    if (!(k.a > t) && !(k.b > t)) {
-      const int next = NextInsideColumn<Sign>(top, bottom, col, f.colLast, t);
-      if (next > col) run = kNone;  // the cells passed over close nothing: both edges are outside
-      col = next;
-      if (col > f.colLast) break;
-      k.a = Signed<Sign>(top[col - 1]);
-      k.b = Signed<Sign>(bottom[col - 1]);
-      k.x0 = f.x[col - 1];
-    }
-    k.c = Signed<Sign>(top[col]);
-    k.d = Signed<Sign>(bottom[col]);
-    k.x1 = f.x[col];
+  bool skipped = false;
+  for (int col = f.colFirst + 1; NextCell<Sign>(k, top, bottom, f, col, skipped); ++col) {
+    if (skipped) run = kNone;  // the cells passed over had every corner outside
     const int x0 = k.x0, x1 = k.x1, y0 = k.y0, y1 = k.y1;
     const bool open = run == kOpen;
     const bool cIn = k.c > t, dIn = k.d > t;
