@@ -1,13 +1,18 @@
 #include "formats/registry.h"
 
-#include <array>
+#include <vector>
+
+#include "formats/bruker/bruker.h"
 
 namespace velk::formats {
 
 model::FormatTable Formats() {
   // One entry per extension word; formats whose reader has not been written have no entry, and
   // the detector then answers "ERR" with that reason.
-  static const std::array<model::FormatEntry, 0> kEntries{};
+  static const std::vector<model::FormatEntry> kEntries{
+      {".BRUF", model::kBruker, bruker::ReadModeBruker, bruker::ReadBruker2D, bruker::ReadBruker1D},
+      {".BRUD", model::kBruker, bruker::ReadModeBruker, bruker::ReadBruker2D, bruker::ReadBruker1D},
+  };
   return kEntries;
 }
 

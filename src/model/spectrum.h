@@ -10,6 +10,7 @@
 #include "model/nmr_parameters.h"
 #include "model/peak_table.h"
 #include "model/plane.h"
+#include "model/vendor_acquisition.h"
 
 namespace velk::model {
 
@@ -43,6 +44,7 @@ struct Spectrum2D {
   PeakTable2D peaks;
   // Work traces of the fixed length 0..16384: F2 and F1 sums, two projections, one work trace.
   std::array<std::vector<float>, 5> workTraces;
+  VendorAcquisition vendor;
 };
 
 struct Spectrum1D {
@@ -62,6 +64,7 @@ struct Spectrum1D {
   double axisStep = 0;  // ppm per point
   float axisFirst = 0;  // ppm of point 0, kept as float in files
   std::array<std::string, 3> xLabels;
+  VendorAcquisition vendor;
 };
 
 inline constexpr std::int32_t kBaselineWorkOffset = 5000;
