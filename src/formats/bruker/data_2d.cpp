@@ -66,6 +66,27 @@ void NoteRawReading(model::Spectrum2D& s, bool phaseSensitive, int fnMode, bool 
 
 }  // namespace
 
+bool PreparePlanes(model::Spectrum2D& s, std::int32_t f2, std::int32_t f1, bool zeroed) {
+  const std::int32_t columns = std::max(f2, model::kMinAxisPoints), rows = std::max(f1, model::kMinAxisPoints);
+  const auto fits = [&](const Plane& p) {
+    return p.stride == columns && p.rows == rows && p.data.size() == static_cast<std::size_t>(columns) * rows;
+  };
+  if (!zeroed && fits(s.RR) && fits(s.IR) && fits(s.RI) && fits(s.II) &&
+      s.ppmF2.size() == static_cast<std::size_t>(columns) && s.ppmF1.size() == static_cast<std::size_t>(rows))
+    return true;
+  return AllocateSpectrum2D(s, f2, f1) == 0;
+}
+
+void LendPlanes(model::Spectrum2D& from, model::Spectrum2D& to) {
+  to.RR = std::move(from.RR);
+  to.IR = std::move(from.IR);
+  to.RI = std::move(from.RI);
+  to.II = std::move(from.II);
+  to.ppmF1 = std::move(from.ppmF1);
+  to.ppmF2 = std::move(from.ppmF2);
+  to.workTraces = std::move(from.workTraces);
+}
+
 platform::Outcome RDBru(const fs::path& ser, model::Spectrum2D& s, LoadState& state, model::ReadContext& context) {
   const bool phase = IsPhaseSensitive(state.pulseModeClass);
   const std::uint64_t complexPoints = static_cast<std::uint64_t>(state.AcquiredComplexPoints);
@@ -85,7 +106,7 @@ platform::Outcome RDBru(const fs::path& ser, model::Spectrum2D& s, LoadState& st
   if (auto failure = LoadDataFile(ser, 0, false, (fileRows - 1) * stride + 2 * complexPoints, state,
                                   context.prompt, data))
     return {1, *failure};
-  if (AllocateSpectrum2D(s, state.F2Size, state.F1Size) != 0) return {1, messages::DataSizeTooLarge()};
+  if (!PreparePlanes(s, state.F2Size, state.F1Size, true)) return {1, messages::DataSizeTooLarge()};
   const int fnMode = s.vendor.quadratureF1;
   const bool echoAntiecho = phase && fnMode == model::kQuadEchoAntiecho;
   const bool negateOdd = phase && fnMode != model::kQuadStates && !echoAntiecho;
@@ -131,18 +152,19 @@ platform::Outcome RDBruP(const fs::path& file, model::Spectrum2D& s, LoadState& 
   DataFile data;
   if (auto failure = LoadDataFile(file, first ? total : 0, first, total, state, context.prompt, data))
     return {1, *failure};
-  if (first && AllocateSpectrum2D(s, f2, f1) != 0) return {1, messages::DataSizeTooLarge()};
+  // Every point of the plane is written below: planes of the right size are used as they are.
+  if (first && !PreparePlanes(s, f2, f1, false)) return {1, messages::DataSizeTooLarge()};
   if (target->stride < f2 || target->rows < f1) return {1, messages::Invalid2DData()};
-  std::vector<float> values(total);
-  DecodeElements(data.bytes, 0, values.size(), data.type, data.order, values);
   // Submatrices of x1 rows by x2 columns, in file order; both axes are turned so that index 0 is
   // the low-frequency end.
-  const float* from = values.data();
+  const std::uint64_t width = ElementWidth(data.type);
+  std::uint64_t offset = 0;
   for (std::int32_t bi = 0; bi < f1 / x1; ++bi)
     for (std::int32_t bj = 0; bj < f2 / x2; ++bj)
-      for (std::int32_t i = 0; i < x1; ++i) {
-        float* to = target->row(f1 - 1 - i - bi * x1).data() + (f2 - 1 - bj * x2);
-        for (std::int32_t j = 0; j < x2; ++j) *(to - j) = *from++;
+      for (std::int32_t i = 0; i < x1; ++i, offset += x2 * width) {
+        const auto run = target->row(f1 - 1 - i - bi * x1).subspan(static_cast<std::size_t>(f2 - (bj + 1) * x2), x2);
+        DecodeElements(data.bytes, offset, run.size(), data.type, data.order, run);
+        std::reverse(run.begin(), run.end());
       }
   return {};
 }

@@ -77,17 +77,18 @@ Outcome ReadProcessed2D(const DetectedFile& file, model::Spectrum2D& s, LoadStat
     if (HasLength(Sibling(up, "acqus")) && RPBruAc(Sibling(up, "acqus"), Sibling(up, "acqu2s"), s, state) == 0) break;
   if (HasLength(Sibling(folder, "parm.txt"))) RPBruTxt(Sibling(folder, "parm.txt"), s, state);
   SetTitle(folder, s.comment, s.params.COMNT);
+  std::vector<fs::path> quadrants;
+  if (state.pulseModeClass == model::VPH_HOMO || state.pulseModeClass == model::VPH_HETERO)
+    for (const char* name : {"2ri", "2ir", "2ii"})
+      if (HasLength(Sibling(folder, name))) quadrants.push_back(Sibling(folder, name));
+  // A quadrant shorter than 2rr is refused before any plane is written.
+  std::error_code error;
+  for (const fs::path& q : quadrants)
+    if (fs::file_size(q, error) < fs::file_size(file.path, error)) return {1, messages::ShortFile(q.filename().string())};
   if (Outcome o = RDBruP(file.path, s, state, context); !o.ok()) return o;
-  realOnly = true;
-  if (state.pulseModeClass != model::VPH_HOMO && state.pulseModeClass != model::VPH_HETERO) return {};
-  int planes = 0;
-  for (const char* name : {"2ri", "2ir", "2ii"}) {
-    const fs::path plane = Sibling(folder, name);
-    if (!HasLength(plane)) continue;
-    if (Outcome o = RDBruP(plane, s, state, context); !o.ok()) return o;
-    ++planes;
-  }
-  realOnly = planes < 3;
+  for (const fs::path& q : quadrants)
+    if (Outcome o = RDBruP(q, s, state, context); !o.ok()) return o;
+  realOnly = quadrants.size() < 3;
   return {};
 }
 
@@ -164,6 +165,7 @@ model::ModeResult ReadModeBruker(const DetectedFile& file) {
 
 Outcome ReadBruker2D(const DetectedFile& file, model::Spectrum2D& s, model::ReadContext& context) {
   auto fresh = std::make_unique<model::Spectrum2D>();
+  LendPlanes(s, *fresh);
   LoadState state;
   bool realOnly = false;
   const int preset = context.words.pulseModeClass;
@@ -174,7 +176,10 @@ Outcome ReadBruker2D(const DetectedFile& file, model::Spectrum2D& s, model::Read
   } else {
     outcome = ReadProcessed2D(file, *fresh, state, preset, context, realOnly);
   }
-  if (!outcome.ok()) return outcome;
+  if (!outcome.ok()) {
+    LendPlanes(*fresh, s);
+    return outcome;
+  }
   fresh->texts.fileName = file.path.string();
   fresh->texts.originalFileName = file.path.string();
   fresh->texts.dataTypeText = "Bruker";

@@ -48,6 +48,12 @@ platform::Outcome ReadDataBruProc(const fs::path& file, const std::string& tag, 
                                   LoadState& state, model::ReadContext& context);
 platform::Outcome RDBru(const fs::path& ser, model::Spectrum2D& s, LoadState& state, model::ReadContext& context);
 platform::Outcome RDBruP(const fs::path& file, model::Spectrum2D& s, LoadState& state, model::ReadContext& context);
+// Planes of f2 x f1 points: those of the record when they have that size and need no zeroing,
+// else newly allocated. False when memory ran out.
+bool PreparePlanes(model::Spectrum2D& s, std::int32_t f2, std::int32_t f1, bool zeroed);
+// Moves the planes, ppm tables and work traces of one record to another, so that a load reuses the
+// session's memory; the data routines check everything before they write into them.
+void LendPlanes(model::Spectrum2D& from, model::Spectrum2D& to);
 // The title file: line ends normalised to CR LF; empty when there is none.
 std::string ReadTitleFile(const fs::path& title);
 
