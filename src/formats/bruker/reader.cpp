@@ -1,5 +1,6 @@
 // The call orders of the Bruker reader: which routine runs on which file for raw and processed,
 // 1D and 2D data. A load fills a fresh record, which replaces the session's only on success.
+#include <chrono>
 #include <memory>
 
 #include "core/text.h"
@@ -44,9 +45,22 @@ Outcome ParameterFailure(int code, const LoadState& state, bool twoD) {
   return {1, twoD ? messages::Invalid2DData() : messages::InvalidData()};
 }
 
-void SetTitle(const fs::path& folder, std::string& comment, std::string& firstLine) {
-  comment = ReadTitleFile(Sibling(folder, "title"));
-  firstLine = comment.substr(0, comment.find("\r\n"));
+// The title file: its first line is the title, the rest the comment.
+void SetTitle(const fs::path& folder, std::string& comment, std::string& title) {
+  const std::string text = ReadTitleFile(Sibling(folder, "title"));
+  const std::size_t end = text.find("\r\n");
+  title = text.substr(0, end);
+  comment = end == std::string::npos ? std::string() : text.substr(end + 2);
+}
+
+// A set without a date of its own takes the data file's time.
+void DateFallback(const fs::path& file, std::string& date) {
+  std::error_code error;
+  const auto written = fs::last_write_time(file, error);
+  if (!date.empty() || error) return;
+  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(
+      std::chrono::file_clock::to_sys(written).time_since_epoch());
+  date = DateFromSeconds(seconds.count());
 }
 
 Outcome ReadRaw2D(const DetectedFile& file, model::Spectrum2D& s, LoadState& state, int presetClass) {
@@ -183,6 +197,7 @@ Outcome ReadBruker2D(const DetectedFile& file, model::Spectrum2D& s, model::Read
   fresh->texts.fileName = file.path.string();
   fresh->texts.originalFileName = file.path.string();
   fresh->texts.dataTypeText = "Bruker";
+  DateFallback(file.path, fresh->params.DATIM);
   model::RebuildPpmTables(*fresh);
   model::RepairAfterRead2D(*fresh, state.pulseModeClass);
   context.words.pulseModeClass = state.pulseModeClass;
@@ -201,6 +216,7 @@ Outcome ReadBruker1D(const DetectedFile& file, model::Spectrum1D& s, model::Read
   fresh->texts.fileName = file.path.string();
   fresh->texts.originalFileName = file.path.string();
   fresh->texts.dataTypeText = "Bruker";
+  DateFallback(file.path, fresh->params.DATIM);
   s = std::move(*fresh);
   if (context.log) context.log("Read", file.path.string());
   return {};
