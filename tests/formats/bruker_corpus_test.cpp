@@ -113,7 +113,7 @@ TEST(BrukerCorpus, HsqcQuadrantsGoToTheirPlanesValueForValue) {
   const fs::path folder = CorpusPath("bruker/cyclosporin_hsqc/3/pdata/1");
   model::Spectrum2D s;
   ScriptedPrompt prompt;
-  const auto r = Read2D(folder / "2rr", s, prompt);
+  const auto r = Read(folder / "2rr", s, prompt);
   ASSERT_TRUE(r.outcome.ok()) << r.outcome.message.text;
   EXPECT_EQ(r.words.pulseModeClass, model::VPH_HETERO);
   EXPECT_EQ(r.words.realOnly, 0);

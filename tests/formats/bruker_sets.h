@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "formats/bruker/bruker.h"
@@ -34,25 +35,16 @@ struct ReadResult {
 };
 
 // Reads the file as the detector would hand it over (folder, name); the words start unknown.
-inline ReadResult Read2D(const std::filesystem::path& file, model::Spectrum2D& s, ScriptedPrompt& prompt) {
+template <class Spectrum>
+ReadResult Read(const std::filesystem::path& file, Spectrum& s, ScriptedPrompt& prompt) {
   platform::NoProgress progress;
   ReadResult r;
   model::ReadContext context{prompt, progress, r.words, nullptr};
   model::DetectedFile detected;
   detected.path = file;
   detected.folder = file.parent_path();
-  r.outcome = formats::bruker::ReadBruker2D(detected, s, context);
-  return r;
-}
-
-inline ReadResult Read1D(const std::filesystem::path& file, model::Spectrum1D& s, ScriptedPrompt& prompt) {
-  platform::NoProgress progress;
-  ReadResult r;
-  model::ReadContext context{prompt, progress, r.words, nullptr};
-  model::DetectedFile detected;
-  detected.path = file;
-  detected.folder = file.parent_path();
-  r.outcome = formats::bruker::ReadBruker1D(detected, s, context);
+  if constexpr (std::is_same_v<Spectrum, model::Spectrum2D>) r.outcome = formats::bruker::ReadBruker2D(detected, s, context);
+  else r.outcome = formats::bruker::ReadBruker1D(detected, s, context);
   return r;
 }
 

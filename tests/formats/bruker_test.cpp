@@ -88,7 +88,7 @@ TEST(BrukerRawData, RowPairsFollowTheF1QuadratureScheme) {
     folder.Write("acqu2s", F1Acqus(rows, c.fnMode));
     model::Spectrum2D s;
     ScriptedPrompt prompt;
-    const auto r = Read2D(folder.Write("ser", Binary(ser)), s, prompt);
+    const auto r = Read(folder.Write("ser", Binary(ser)), s, prompt);
     ASSERT_TRUE(r.outcome.ok()) << r.outcome.message.text;
     EXPECT_EQ(r.words.pulseModeClass, model::VPH_HETERO);
     EXPECT_EQ(s.axis[model::F2].Point, 1024);
@@ -119,7 +119,7 @@ TEST(BrukerRawData, EchoAntiechoPairsAreRecombined) {
   ser[256] = 7, ser[257] = 2;  // anti-echo (7 + 2i)
   model::Spectrum2D s;
   ScriptedPrompt prompt;
-  ASSERT_TRUE(Read2D(folder.Write("ser", Binary(ser)), s, prompt).outcome.ok());
+  ASSERT_TRUE(Read(folder.Write("ser", Binary(ser)), s, prompt).outcome.ok());
   EXPECT_EQ(s.RR.at(0, 0), 10.0f);
   EXPECT_EQ(s.IR.at(0, 0), 7.0f);
   EXPECT_EQ(s.RI.at(0, 0), 3.0f);  // i * (4 - 3i) = 3 + 4i
@@ -149,7 +149,7 @@ TEST(BrukerProcessedData, SubmatricesAreUnscrambledAndBothAxesTurned) {
   const auto rr = folder.Write("2rr", Binary(file));
   model::Spectrum2D s;
   ScriptedPrompt prompt;
-  const auto r = Read2D(rr, s, prompt);
+  const auto r = Read(rr, s, prompt);
   ASSERT_TRUE(r.outcome.ok()) << r.outcome.message.text;
   EXPECT_EQ(r.words.pulseModeClass, model::VPH_HETERO);
   EXPECT_EQ(r.words.realOnly, 1);
@@ -169,7 +169,7 @@ TEST(BrukerProcessedData, DecimalExtremesAskForTheDataType) {
   ScriptedPrompt prompt;
   prompt.choices.push_back(0);  // "SINGLE"
   model::Spectrum1D s;
-  const auto r = Read1D(folder.Write("1r", Binary(values)), s, prompt);
+  const auto r = Read(folder.Write("1r", Binary(values)), s, prompt);
   ASSERT_TRUE(r.outcome.ok()) << r.outcome.message.text;
   ASSERT_EQ(prompt.shown.size(), 1u);
   EXPECT_EQ(prompt.shown[0].title, "Select Data Type");
@@ -179,6 +179,19 @@ TEST(BrukerProcessedData, DecimalExtremesAskForTheDataType) {
 
 // Damaged sets are refused with a message, and the record keeps what it held.
 TEST(BrukerDamagedInput, RefusedWithAMessageAndTheRecordKept) {
+  const auto expectRefused = [](const std::filesystem::path& file, const char* what) {
+    model::Spectrum2D s;
+    s.params.EXMOD = "kept";
+    ASSERT_EQ(AllocateSpectrum2D(s, 128, 128), 0);
+    s.RR.at(5, 5) = 42.0f;
+    ScriptedPrompt prompt;
+    const auto r = Read(file, s, prompt);
+    EXPECT_FALSE(r.outcome.ok()) << what;
+    EXPECT_FALSE(r.outcome.message.text.empty()) << what;
+    EXPECT_EQ(s.params.EXMOD, "kept") << what;
+    ASSERT_EQ(s.RR.data.size(), 128u * 128u) << what;
+    EXPECT_EQ(s.RR.at(5, 5), 42.0f) << what;
+  };
   struct Case {
     const char* what;
     std::string acqus, acqu2s;
@@ -197,35 +210,28 @@ TEST(BrukerDamagedInput, RefusedWithAMessageAndTheRecordKept) {
     TempFolder folder;
     folder.Write("acqus", c.acqus);
     folder.Write("acqu2s", c.acqu2s);
-    model::Spectrum2D s;
-    s.params.EXMOD = "kept";
-    ScriptedPrompt prompt;
-    const auto r = Read2D(folder.Write("ser", std::string(c.serBytes, '\1')), s, prompt);
-    EXPECT_FALSE(r.outcome.ok()) << c.what;
-    EXPECT_FALSE(r.outcome.message.text.empty()) << c.what;
-    EXPECT_EQ(s.params.EXMOD, "kept") << c.what;
+    expectRefused(folder.Write("ser", std::string(c.serBytes, '\1')), c.what);
   }
+  // PH_mod 1: a phase-sensitive set whose other quadrants are read after 2rr.
   const auto procs = [](const std::string& si, const std::string& xdim) {
-    return ParameterFile("##$SF= 100\n##$SW_p= 1000\n##$SI= " + si + "\n##$XDIM= " + xdim + "\n##$OFFSET= 10\n");
+    return ParameterFile("##$SF= 100\n##$SW_p= 1000\n##$SI= " + si + "\n##$XDIM= " + xdim +
+                         "\n##$OFFSET= 10\n##$PH_mod= 1\n");
   };
-  struct Processed { const char* what; std::string procs; std::size_t bytes; };
+  struct Processed { const char* what; std::string procs; std::size_t bytes, quadrantBytes; };
+  const std::size_t plane = 64 * 64 * 4;
   const std::vector<Processed> processed{
-      {"truncated 2rr", procs("64", "64"), 64 * 64 * 4 - 1},
-      {"XDIM 0", procs("64", "0"), 64 * 64 * 4},
-      {"XDIM not a divisor", procs("64", "48"), 64 * 64 * 4},
-      {"absurd SI", procs("1000000000", "1000000000"), 64 * 64 * 4},
+      {"truncated 2rr", procs("64", "64"), plane - 1, 0},
+      {"truncated 2ri beside a whole 2rr", procs("64", "64"), plane, plane / 2},
+      {"XDIM 0", procs("64", "0"), plane, 0},
+      {"XDIM not a divisor", procs("64", "48"), plane, 0},
+      {"absurd SI", procs("1000000000", "1000000000"), plane, 0},
   };
   for (const Processed& c : processed) {
     TempFolder folder;
     folder.Write("procs", c.procs);
     folder.Write("proc2s", procs("64", "64"));
-    model::Spectrum2D s;
-    s.params.EXMOD = "kept";
-    ScriptedPrompt prompt;
-    const auto r = Read2D(folder.Write("2rr", std::string(c.bytes, '\0')), s, prompt);
-    EXPECT_FALSE(r.outcome.ok()) << c.what;
-    EXPECT_FALSE(r.outcome.message.text.empty()) << c.what;
-    EXPECT_EQ(s.params.EXMOD, "kept") << c.what;
+    if (c.quadrantBytes > 0) folder.Write("2ri", std::string(c.quadrantBytes, '\0'));
+    expectRefused(folder.Write("2rr", std::string(c.bytes, '\0')), c.what);
   }
 }
 
