@@ -50,6 +50,8 @@ struct ReadContext {
   DataWords& words;
   // Called after a successful read or write: WriteLog of the session.
   std::function<void(std::string_view action, const std::string& fileName)> log;
+  // "BaseLine Correction of FID": raw 2D readers subtract each row's tail mean as they read.
+  bool fidBaseline = false;
 };
 
 using ReadModeFn = ModeResult (*)(const DetectedFile&);

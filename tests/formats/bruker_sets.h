@@ -36,10 +36,10 @@ struct ReadResult {
 
 // Reads the file as the detector would hand it over (folder, name); the words start unknown.
 template <class Spectrum>
-ReadResult Read(const std::filesystem::path& file, Spectrum& s, ScriptedPrompt& prompt) {
+ReadResult Read(const std::filesystem::path& file, Spectrum& s, ScriptedPrompt& prompt, bool fidBaseline = false) {
   platform::NoProgress progress;
   ReadResult r;
-  model::ReadContext context{prompt, progress, r.words, nullptr};
+  model::ReadContext context{prompt, progress, r.words, nullptr, fidBaseline};
   model::DetectedFile detected;
   detected.path = file;
   detected.folder = file.parent_path();

@@ -117,6 +117,7 @@ TEST(BrukerRawData, EchoAntiechoPairsAreRecombined) {
   std::vector<std::int32_t> ser(512, 0);
   ser[0] = 3, ser[1] = 5;      // echo (3 + 5i)
   ser[256] = 7, ser[257] = 2;  // anti-echo (7 + 2i)
+  for (int j = 102; j < 128; ++j) ser[2 * j] = 2;  // an offset of 2 in the echo's real tail
   model::Spectrum2D s;
   ScriptedPrompt prompt;
   ASSERT_TRUE(Read(folder.Write("ser", Binary(ser)), s, prompt).outcome.ok());
@@ -125,6 +126,12 @@ TEST(BrukerRawData, EchoAntiechoPairsAreRecombined) {
   EXPECT_EQ(s.RI.at(0, 0), 3.0f);  // i * (4 - 3i) = 3 + 4i
   EXPECT_EQ(s.II.at(0, 0), 4.0f);
   EXPECT_TRUE(s.vendor.echoAntiechoCombined);
+  // With the FID baseline option the tail mean of each row (points 102..127) is subtracted.
+  model::Spectrum2D corrected;
+  ASSERT_TRUE(Read(folder / "ser", corrected, prompt, true).outcome.ok());
+  EXPECT_EQ(corrected.RR.at(0, 0), 8.0f);
+  EXPECT_EQ(corrected.RR.at(127, 0), 0.0f);
+  EXPECT_EQ(corrected.II.at(0, 0), 4.0f + 2.0f);  // the sine row's tail holds -2
   EXPECT_NE(s.processing[0].find("Echo-Antiecho"), std::string::npos);
   EXPECT_NE(s.processing[1].find("GRPDLY"), std::string::npos);
 }

@@ -1,5 +1,6 @@
 // The data routines of 2D sets: the raw ser file and the processed 2rr, 2ri, 2ir, 2ii.
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 
@@ -35,6 +36,19 @@ void CombineEchoAntiecho(std::span<float> echoRe, std::span<float> echoIm, std::
     echoIm[j] = ei + ai;
     antiRe[j] = ei - ai;
     antiIm[j] = ar - er;
+  }
+}
+
+// The mean of points rnd(0.8 n) .. n-1 of each row is the receiver's offset.
+void SubtractTailMean(Plane& plane, std::int32_t rows, std::int32_t n) {
+  const std::int32_t from = static_cast<std::int32_t>(std::nearbyint(0.8 * n));
+  if (from >= n) return;
+  for (std::int32_t r = 0; r < rows; ++r) {
+    const auto row = plane.row(r);
+    double sum = 0;
+    for (std::int32_t j = from; j < n; ++j) sum += row[j];
+    const float mean = static_cast<float>(sum / (n - from));
+    for (std::int32_t j = 0; j < n; ++j) row[j] -= mean;
   }
 }
 
@@ -131,6 +145,10 @@ platform::Outcome RDBru(const fs::path& ser, model::Spectrum2D& s, LoadState& st
     readRow(2 * static_cast<std::uint64_t>(r), s.RR, s.IR, r, negate);
     readRow(2 * static_cast<std::uint64_t>(r) + 1, s.RI, s.II, r, negate);
     if (echoAntiecho) CombineEchoAntiecho(s.RR.row(r), s.IR.row(r), s.RI.row(r), s.II.row(r), points);
+  }
+  if (context.fidBaseline) {
+    const std::array<Plane*, 4> planes{&s.RR, &s.IR, &s.RI, &s.II};
+    for (std::size_t k = 0; k < (phase ? 4u : 2u); ++k) SubtractTailMean(*planes[k], rows, points);
   }
   s.vendor.echoAntiechoCombined = echoAntiecho;
   if (s.vendor.groupDelay > 0) s.fidShift = static_cast<std::int32_t>(std::floor(s.vendor.groupDelay));
