@@ -62,13 +62,16 @@ std::vector<LaneScratch> MakeLaneScratch(int threads, std::int32_t n) {
 }
 
 // Runs one trace at a time through the reference kernel, for the forms that are not on the hot
-// path; `trace` gets the trace index and `arrays` scratch arrays of n points owned by its thread.
-template <class T, class PerTrace>
-bool ForEachTrace(std::int32_t count, std::int32_t n, std::int32_t arrays, const Workers& workers, PerTrace trace) {
+// path; `trace` gets the trace index and the scratch of its thread: `doubles` and `floats` arrays
+// of n points.
+template <class PerTrace>
+bool ForEachTrace(std::int32_t count, std::int32_t n, std::int32_t doubles, std::int32_t floats,
+                  const Workers& workers, PerTrace trace) {
   const int threads = ResolveThreads(workers.threads);
-  std::vector<std::vector<T>> scratch(threads, std::vector<T>(static_cast<std::size_t>(n) * arrays));
+  std::vector<std::vector<double>> d(threads, std::vector<double>(static_cast<std::size_t>(n) * doubles));
+  std::vector<std::vector<float>> f(threads, std::vector<float>(static_cast<std::size_t>(n) * floats));
   return ForEachChunk(count, 1, threads, ProgressOf(workers), [&](std::int64_t first, std::int32_t, int worker) {
-    trace(static_cast<std::int32_t>(first), scratch[worker].data());
+    trace(static_cast<std::int32_t>(first), d[worker].data(), f[worker].data());
   });
 }
 
@@ -171,34 +174,42 @@ bool TransformF1Columns(Plane& X, Plane& Y, std::int32_t n, std::int32_t columns
   });
 }
 
+void TransformSequentialTrace(float* re, float* im, std::int32_t n, bool conjugate, const float* W, double* scratch) {
+  const float sign = conjugate ? -1.0f : 1.0f;
+  double *aRe = scratch, *aIm = scratch + n, *bRe = scratch + 2 * n, *bIm = scratch + 3 * n;
+  for (std::int32_t j = 0; j < n; ++j) {
+    aRe[j] = 0;
+    aIm[j] = sign * im[j] * W[j];
+    bRe[j] = re[j] * W[j];
+    bIm[j] = 0;
+  }
+  FftKernel(aRe, aIm, n);
+  HalfSwap(aRe, aIm, n);
+  FftKernel(bRe, bIm, n);
+  HalfSwap(bRe, bIm, n);
+  for (std::int32_t k = 0; k < n; ++k) {
+    const double a = (static_cast<double>(k) / n - 0.5) * kPi;
+    re[k] = static_cast<float>(std::cos(a) * aRe[k] + bRe[k] + std::sin(a) * aIm[k]);
+    im[k] = static_cast<float>(std::cos(a) * aIm[k] + bIm[k] - std::sin(a) * aRe[k]);
+  }
+}
+
 bool TransformF1Sequential(Plane& X, Plane& Y, std::int32_t n, std::int32_t columns, bool conjugate,
                            const WindowCurve& w, const PhaseRotation& phase, const Workers& workers) {
   const Rotation rotation = MakeRotation(phase, n);
-  const float* W = w.fromZero();
-  const float sign = conjugate ? -1.0f : 1.0f;
-  return ForEachTrace<double>(columns, n, 4, workers, [&](std::int32_t c, double* s) {
-    double *aRe = s, *aIm = s + n, *bRe = s + 2 * n, *bIm = s + 3 * n;
+  return ForEachTrace(columns, n, 4, 2, workers, [&](std::int32_t c, double* s, float* re) {
+    float* im = re + n;
     for (std::int32_t j = 0; j < n; ++j) {
-      aRe[j] = 0;
-      aIm[j] = sign * Y.at(c, j) * W[j];
-      bRe[j] = X.at(c, j) * W[j];
-      bIm[j] = 0;
+      re[j] = X.at(c, j);
+      im[j] = Y.at(c, j);
     }
-    FftKernel(aRe, aIm, n);
-    HalfSwap(aRe, aIm, n);
-    FftKernel(bRe, bIm, n);
-    HalfSwap(bRe, bIm, n);
-    for (std::int32_t k = 0; k < n; ++k) {
-      const double a = (static_cast<double>(k) / n - 0.5) * kPi;
-      const auto x = static_cast<float>(std::cos(a) * aRe[k] + bRe[k] + std::sin(a) * aIm[k]);
-      const auto y = static_cast<float>(std::cos(a) * aIm[k] + bIm[k] - std::sin(a) * aRe[k]);
-      Put(rotation, k, x, y, X.at(c, k), Y.at(c, k));
-    }
+    TransformSequentialTrace(re, im, n, conjugate, w.fromZero(), s);
+    for (std::int32_t k = 0; k < n; ++k) Put(rotation, k, re[k], im[k], X.at(c, k), Y.at(c, k));
   });
 }
 
 bool InverseColumns(Plane& X, Plane& Y, std::int32_t n, std::int32_t columns, bool conjugate, const Workers& workers) {
-  return ForEachTrace<float>(columns, n, 2, workers, [&](std::int32_t c, float* re) {
+  return ForEachTrace(columns, n, 0, 2, workers, [&](std::int32_t c, double*, float* re) {
     float* im = re + n;
     for (std::int32_t j = 0; j < n; ++j) {
       re[j] = X.at(c, j);
@@ -213,7 +224,7 @@ bool InverseColumns(Plane& X, Plane& Y, std::int32_t n, std::int32_t columns, bo
 }
 
 bool InverseRows(Plane& X, Plane& Y, std::int32_t n, std::int32_t rows, bool conjugate, const Workers& workers) {
-  return ForEachTrace<float>(rows, n, 0, workers, [&](std::int32_t r, float*) {
+  return ForEachTrace(rows, n, 0, 0, workers, [&](std::int32_t r, double*, float*) {
     float* x = X.row(r).data();
     float* y = Y.row(r).data();
     if (conjugate)

@@ -39,6 +39,8 @@ bool TransformF1Columns(model::Plane& X, model::Plane& Y, std::int32_t n, std::i
 // imaginary channel's spectrum is moved by the half dwell between the channels and added.
 bool TransformF1Sequential(model::Plane& X, model::Plane& Y, std::int32_t n, std::int32_t columns, bool conjugate,
                            const WindowCurve& w, const PhaseRotation& phase, const Workers& workers);
+// One trace of the sequential form: window W from index 0, scratch of 4 n doubles.
+void TransformSequentialTrace(float* re, float* im, std::int32_t n, bool conjugate, const float* W, double* scratch);
 // No window, no half swap: Y negated first when conjugate is set, transform, divide by n.
 bool InverseColumns(model::Plane& X, model::Plane& Y, std::int32_t n, std::int32_t columns, bool conjugate,
                     const Workers& workers);
