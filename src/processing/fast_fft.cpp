@@ -82,6 +82,35 @@ void TransformOne(const FastFftPlan& plan, float* re, float* im) { Transform<1>(
 
 }  // namespace
 
+VELK_VECTOR_CLONES void LanesToNaturalOrder(const FastFftPlan& plan, float* re, float* im) {
+  for (std::int32_t p = 0; p < plan.n; ++p) {
+    const std::int32_t q = plan.reversed[p];
+    if (q <= p) continue;
+    float* a = re + static_cast<std::size_t>(p) * kLanes;
+    float* b = re + static_cast<std::size_t>(q) * kLanes;
+    float* c = im + static_cast<std::size_t>(p) * kLanes;
+    float* d = im + static_cast<std::size_t>(q) * kLanes;
+    for (int l = 0; l < kLanes; ++l) {
+      std::swap(a[l], b[l]);
+      std::swap(c[l], d[l]);
+    }
+  }
+}
+
+VELK_VECTOR_CLONES void RotateLanes(float* re, float* im, std::int32_t n, const double* cosine, const double* sine) {
+  const std::int32_t half = n / 2;
+  for (std::int32_t m = 0; m < n; ++m) {
+    float* x = re + static_cast<std::size_t>(m ^ half) * kLanes;
+    float* y = im + static_cast<std::size_t>(m ^ half) * kLanes;
+    const double c = cosine[m], s = sine[m];
+    for (int l = 0; l < kLanes; ++l) {
+      const double xv = x[l], yv = y[l];
+      x[l] = static_cast<float>(xv * c - yv * s);
+      y[l] = static_cast<float>(xv * s + yv * c);
+    }
+  }
+}
+
 FastFftPlan MakeFastFftPlan(std::int32_t n) {
   const SineTable& table = SharedSineTable();
   FastFftPlan plan;

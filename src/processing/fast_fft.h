@@ -23,6 +23,13 @@ FastFftPlan MakeFastFftPlan(std::int32_t n);
 // sits at position plan.reversed[k]. The callers fold that order into their copy-out.
 void FastFftBatch(const FastFftPlan& plan, float* re, float* im);
 
+// Puts a batch into natural order: frequency k of every lane at position k.
+void LanesToNaturalOrder(const FastFftPlan& plan, float* re, float* im);
+
+// Rotates a batch in natural order by the angles of the output points after the half swap: output
+// point m, which is frequency m ^ n/2, turns by (cosine[m], sine[m]); products in double precision.
+void RotateLanes(float* re, float* im, std::int32_t n, const double* cosine, const double* sine);
+
 // One trace, natural order in and out (the test and preview form).
 void FastFft(const FastFftPlan& plan, float* re, float* im);
 

@@ -3,6 +3,7 @@
 #include <ctime>
 #include <sstream>
 
+#include "processing/parallel.h"
 #include "processing/sequence_stages.h"
 #include "processing/window.h"
 
@@ -94,6 +95,26 @@ void SetAxis(model::Spectrum2D& s, model::Axis axis, std::int32_t size) {
   info.Reference = static_cast<float>(e.ppmFirst);
 }
 
+// Every point of the four planes divided by the largest |RR| (at least 0.1). The maximum does not
+// depend on the order of the search, so the rows may be shared out.
+void Normalise(model::Spectrum2D& s, std::int32_t n1, std::int32_t n2, int requestedThreads) {
+  const int threads = ResolveThreads(requestedThreads);
+  platform::NoProgress quiet;
+  std::vector<float> largest(threads, 0.1f);
+  constexpr std::int32_t kRows = 16;
+  ForEachChunk(n1, kRows, threads, quiet, [&](std::int64_t first, std::int32_t count, int worker) {
+    for (std::int32_t j = 0; j < count; ++j)
+      for (float v : s.RR.row(static_cast<std::int32_t>(first) + j).first(n2))
+        largest[worker] = std::max(largest[worker], std::fabs(v));
+  });
+  const float divisor = *std::max_element(largest.begin(), largest.end());
+  ForEachChunk(n1, kRows, threads, quiet, [&](std::int64_t first, std::int32_t count, int) {
+    for (model::Plane* p : {&s.RR, &s.IR, &s.RI, &s.II})
+      for (std::int32_t j = 0; j < count; ++j)
+        for (float& v : p->row(static_cast<std::int32_t>(first) + j).first(n2)) v /= divisor;
+  });
+}
+
 }  // namespace
 
 void WriteProcessingText(model::Spectrum2D& s, const SequenceSettings& settings, bool withPrediction) {
@@ -122,14 +143,7 @@ void WriteProcessingText(model::Spectrum2D& s, const SequenceSettings& settings,
 
 std::string FinalStage(model::Spectrum2D& s, SequenceSettings& settings, bool withPrediction) {
   const std::int32_t n1 = CurrentSize(settings.axis[F1]), n2 = CurrentSize(settings.axis[F2]);
-  if (IsPhaseSensitive(settings.pulseModeClass)) {
-    float largest = 0.1f;
-    for (std::int32_t j = 0; j < n1; ++j)
-      for (std::int32_t i = 0; i < n2; ++i) largest = std::max(largest, std::fabs(s.RR.at(i, j)));
-    for (model::Plane* p : {&s.RR, &s.IR, &s.RI, &s.II})
-      for (std::int32_t j = 0; j < n1; ++j)
-        for (float& v : p->row(j).first(n2)) v /= largest;
-  }
+  if (IsPhaseSensitive(settings.pulseModeClass)) Normalise(s, n1, n2, settings.threads);
   SetAxis(s, F1, n1);
   SetAxis(s, F2, n2);
   model::RebuildPpmTables(s);

@@ -4,62 +4,15 @@
 #include <cmath>
 #include <vector>
 
-#include "processing/fast_fft.h"
 #include "processing/fft_kernel.h"
 #include "processing/parallel.h"
+#include "processing/transform_support.h"
 
 namespace velk::processing {
 namespace {
 
 using model::Plane;
-constexpr double kDegree = 0.0174532925199433;
 constexpr double kPi = 3.14159265358979;
-
-struct Rotation {
-  std::vector<double> cosine, sine;  // empty when the rotation is off
-};
-
-Rotation MakeRotation(const PhaseRotation& p, std::int32_t n) {
-  Rotation r;
-  if (!p.on) return r;
-  r.cosine.resize(n);
-  r.sine.resize(n);
-  for (std::int32_t i = 0; i < n; ++i) {
-    const double angle = (p.phase0 + (i - p.pivot) * p.phase1 / n) * kDegree;
-    r.cosine[i] = std::cos(angle);
-    r.sine[i] = std::sin(angle);
-  }
-  return r;
-}
-
-// Stores (x, y) at point m, rotated when the rotation is on; the same arithmetic as a separate pass.
-inline void Put(const Rotation& r, std::int32_t m, float x, float y, float& outX, float& outY) {
-  if (r.cosine.empty()) {
-    outX = x;
-    outY = y;
-  } else {
-    outX = static_cast<float>(x * r.cosine[m] - y * r.sine[m]);
-    outY = static_cast<float>(x * r.sine[m] + y * r.cosine[m]);
-  }
-}
-
-platform::Progress& ProgressOf(const Workers& w) {
-  static platform::NoProgress none;
-  return w.progress ? *w.progress : none;
-}
-
-struct LaneScratch {
-  std::vector<float> re, im;
-};
-
-std::vector<LaneScratch> MakeLaneScratch(int threads, std::int32_t n) {
-  std::vector<LaneScratch> s(threads);
-  for (auto& one : s) {
-    one.re.assign(static_cast<std::size_t>(n) * kLanes, 0.0f);
-    one.im.assign(static_cast<std::size_t>(n) * kLanes, 0.0f);
-  }
-  return s;
-}
 
 // Runs one trace at a time through the reference kernel, for the forms that are not on the hot
 // path; `trace` gets the trace index and the scratch of its thread: `doubles` and `floats` arrays
@@ -100,78 +53,6 @@ bool ConjugateF1(int pulseModeClass, int formatNumber, bool f1Inverse) {
 
 bool ConjugateF1Sequential(int pulseModeClass) {
   return pulseModeClass == 1 || pulseModeClass == 2 || pulseModeClass >= 4;
-}
-
-bool TransformF2Rows(Plane& X, Plane& Y, std::int32_t rows, std::int32_t n, std::int32_t shift, bool conjugate,
-                     const WindowCurve& w, const PhaseRotation& phase, const Workers& workers) {
-  const FastFftPlan plan = MakeFastFftPlan(n);
-  const Rotation rotation = MakeRotation(phase, n);
-  const int threads = ResolveThreads(workers.threads);
-  auto scratch = MakeLaneScratch(threads, n);
-  const float* W = w.fromZero();
-  const float sign = conjugate ? -1.0f : 1.0f;
-  const std::int32_t half = n / 2;
-  return ForEachChunk(rows, kLanes, threads, ProgressOf(workers), [&](std::int64_t first, std::int32_t count, int k) {
-    float* re = scratch[k].re.data();
-    float* im = scratch[k].im.data();
-    float* xs[kLanes];
-    float* ys[kLanes];
-    for (int b = 0; b < count; ++b) {
-      xs[b] = X.row(static_cast<std::int32_t>(first) + b).data();
-      ys[b] = Y.row(static_cast<std::int32_t>(first) + b).data();
-    }
-    for (std::int32_t i = 0; i < n; ++i) {
-      float* r = re + static_cast<std::size_t>(i) * kLanes;
-      float* m = im + static_cast<std::size_t>(i) * kLanes;
-      std::fill(r, r + kLanes, 0.0f);
-      std::fill(m, m + kLanes, 0.0f);
-      const std::int32_t from = i + shift;
-      if (from < 0 || from >= n) continue;
-      for (int b = 0; b < count; ++b) {
-        r[b] = xs[b][from] * W[i];
-        m[b] = sign * ys[b][from] * W[i];
-      }
-    }
-    FastFftBatch(plan, re, im);
-    for (std::int32_t m = 0; m < n; ++m) {
-      const std::size_t p = static_cast<std::size_t>(plan.reversed[m ^ half]) * kLanes;
-      for (int b = 0; b < count; ++b)
-        Put(rotation, m, re[p + b], im[p + b], xs[b][m], ys[b][m]);
-    }
-  });
-}
-
-bool TransformF1Columns(Plane& X, Plane& Y, std::int32_t n, std::int32_t columns, bool conjugate,
-                        const WindowCurve& w, const PhaseRotation& phase, const Workers& workers) {
-  const FastFftPlan plan = MakeFastFftPlan(n);
-  const Rotation rotation = MakeRotation(phase, n);
-  const int threads = ResolveThreads(workers.threads);
-  auto scratch = MakeLaneScratch(threads, n);
-  const float* W = w.fromZero();
-  const float sign = conjugate ? -1.0f : 1.0f;
-  const std::int32_t half = n / 2;
-  return ForEachChunk(columns, kLanes, threads, ProgressOf(workers), [&](std::int64_t first, std::int32_t count, int k) {
-    float* re = scratch[k].re.data();
-    float* im = scratch[k].im.data();
-    const auto c0 = static_cast<std::int32_t>(first);
-    for (std::int32_t j = 0; j < n; ++j) {
-      const float* x = X.row(j).data() + c0;
-      const float* y = Y.row(j).data() + c0;
-      float* r = re + static_cast<std::size_t>(j) * kLanes;
-      float* m = im + static_cast<std::size_t>(j) * kLanes;
-      for (int b = 0; b < kLanes; ++b) {
-        r[b] = b < count ? x[b] * W[j] : 0.0f;
-        m[b] = b < count ? sign * y[b] * W[j] : 0.0f;
-      }
-    }
-    FastFftBatch(plan, re, im);
-    for (std::int32_t m = 0; m < n; ++m) {
-      const std::size_t p = static_cast<std::size_t>(plan.reversed[m ^ half]) * kLanes;
-      float* x = X.row(m).data() + c0;
-      float* y = Y.row(m).data() + c0;
-      for (int b = 0; b < count; ++b) Put(rotation, m, re[p + b], im[p + b], x[b], y[b]);
-    }
-  });
 }
 
 void TransformSequentialTrace(float* re, float* im, std::int32_t n, bool conjugate, const float* W, double* scratch) {
