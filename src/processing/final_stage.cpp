@@ -3,6 +3,7 @@
 #include <ctime>
 #include <sstream>
 
+#include "core/text.h"
 #include "processing/parallel.h"
 #include "processing/sequence_stages.h"
 #include "processing/window.h"
@@ -80,12 +81,26 @@ std::string Now() {
   return text;
 }
 
-// Axis of a finished transform: the ppm step from the frequency of point 0; the reference from
-// the set's own fields, the ppm of the centre point kept as the reader gave it.
-void SetAxis(model::Spectrum2D& s, model::Axis axis, std::int32_t size) {
+// The 0 ppm frequency from the reference table, when the set names its instrument and a row
+// matches; F1 of heteronuclear modes looks for the irradiated nucleus.
+std::optional<double> TableReference(const model::Spectrum2D& s, const SequenceSettings& settings, model::Axis axis) {
+  if (!settings.referenceTable || s.texts.instrumentId.empty()) return std::nullopt;
+  const bool irradiated = axis == F1 && settings.pulseModeClass != 0 && settings.pulseModeClass != 1;
+  const std::string nucleus = core::ToUpper(irradiated ? s.params.IRNUC : s.params.OBNUC);
+  return settings.referenceTable(core::ToUpper(s.texts.instrumentId), core::ToUpper(s.params.SLVNT), nucleus,
+                                 s.extras[axis].absFreqCenter);
+}
+
+// Axis of a finished transform: the ppm step from the frequency of point 0; the ppm of the centre
+// point from the reference table, else as the reader gave it.
+void SetAxis(model::Spectrum2D& s, const SequenceSettings& settings, model::Axis axis, std::int32_t size) {
   model::AxisExtras& e = s.extras[axis];
   model::AxisInfo& info = s.axis[axis];
-  const double centrePpm = e.ppmFirst + std::lrint(info.Point / 2.0) * e.ppmStep;
+  double centrePpm = e.ppmFirst + std::lrint(info.Point / 2.0) * e.ppmStep;
+  if (const auto zeroPpm = TableReference(s, settings, axis); zeroPpm && *zeroPpm > 0) {
+    e.absFreq0ppm = *zeroPpm;
+    centrePpm = (e.absFreqCenter - *zeroPpm) / *zeroPpm * 1e6;
+  }
   const double frequency0 = e.absFreqCenter - info.Frequency * 0.5 * 1e-6;
   const double resolution = size > 0 ? static_cast<double>(info.Frequency) / size : 0;
   e.ppmStep = frequency0 > 0 ? static_cast<float>(resolution / frequency0) : 0.0;
@@ -144,8 +159,8 @@ void WriteProcessingText(model::Spectrum2D& s, const SequenceSettings& settings,
 std::string FinalStage(model::Spectrum2D& s, SequenceSettings& settings, bool withPrediction) {
   const std::int32_t n1 = CurrentSize(settings.axis[F1]), n2 = CurrentSize(settings.axis[F2]);
   if (IsPhaseSensitive(settings.pulseModeClass)) Normalise(s, n1, n2, settings.threads);
-  SetAxis(s, F1, n1);
-  SetAxis(s, F2, n2);
+  SetAxis(s, settings, F1, n1);
+  SetAxis(s, settings, F2, n2);
   model::RebuildPpmTables(s);
   for (AxisProcessing& a : settings.axis) a.phase0 = a.phase1 = 0;
   WriteProcessingText(s, settings, withPrediction);

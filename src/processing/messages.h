@@ -6,6 +6,7 @@ namespace velk::processing::messages {
 
 inline constexpr std::string_view kDataSizeTooLarge = "Data Size is too large!";
 inline constexpr std::string_view kDataSizeError = "Data Size Error";
+inline constexpr std::string_view kNotSupported = "Non supported Data !";
 inline constexpr std::string_view kArithmeticTitle = "Error";
 inline constexpr std::string_view kWindowDividesByZero = "Division by zero: the window function is zero everywhere";
 

@@ -50,7 +50,13 @@ bool Redimension(Spectrum2D& s, std::int32_t columns, std::int32_t rows) {
   return true;
 }
 
+bool PowerOfTwo(std::int32_t n) { return n >= 2 && (n & (n - 1)) == 0; }
+
+// The readers and the factors keep sizes at powers of two; anything else is refused here rather
+// than handed to transforms that assume it.
 platform::Outcome Resize(Spectrum2D& s, const SequenceSettings& settings) {
+  if (!PowerOfTwo(CurrentSize(settings.axis[F1])) || !PowerOfTwo(CurrentSize(settings.axis[F2])))
+    return {1, {std::string(messages::kDataError), std::string(messages::kNotSupported)}};
   if (Redimension(s, CurrentSize(settings.axis[F2]), CurrentSize(settings.axis[F1]))) return {};
   return {1, DataSizeMessage()};
 }
@@ -73,6 +79,19 @@ platform::Outcome Double(Spectrum2D& s, SequenceSettings& settings, model::Axis 
   platform::Outcome out = Resize(s, settings);
   if (!out.ok()) a = before;
   return out;
+}
+
+platform::Outcome Curve(const WindowFunctionSetting& setting, const WindowAxis& axis, WindowCurve& curve) {
+  if (MakeWindowCurve(setting, axis, curve) == 0) return {};
+  return {1, {std::string(messages::kArithmeticTitle), std::string(messages::kWindowDividesByZero)}};
+}
+
+platform::Outcome AxisWindow(const Spectrum2D& s, const SequenceSettings& settings, model::Axis axis, WindowCurve& curve) {
+  const AxisProcessing& a = settings.axis[axis];
+  const std::int32_t size = CurrentSize(a);
+  const WindowAxis w{s.axis[axis].Frequency, a.lpFactor == 1 ? std::min(s.extras[axis].fidPoints, size) : size, size,
+                     axis == F2 ? s.fidShift : 0};
+  return Curve(a.window, w, curve);
 }
 
 }  // namespace
@@ -120,17 +139,20 @@ platform::Outcome CancelZeroFill(Spectrum2D& s, SequenceSettings& settings, mode
   return Resize(s, settings);
 }
 
-platform::Outcome MakeAxisWindow(const Spectrum2D& s, const SequenceSettings& settings, model::Axis axis,
-                                 WindowCurve& curve) {
-  const AxisProcessing& a = settings.axis[axis];
-  const std::int32_t size = CurrentSize(a);
-  WindowAxis w;
-  w.sw = s.axis[axis].Frequency;
-  w.length = a.lpFactor == 1 ? std::min(s.extras[axis].fidPoints, size) : size;
-  w.size = size;
-  w.fidShift = axis == F2 ? s.fidShift : 0;
-  if (MakeWindowCurve(a.window, w, curve) == 0) return {};
-  return {1, {std::string(messages::kArithmeticTitle), std::string(messages::kWindowDividesByZero)}};
+platform::Outcome Make_CL_Wind(const Spectrum2D& s, const SequenceSettings& settings, WindowCurve& curve) {
+  return AxisWindow(s, settings, F1, curve);
+}
+
+platform::Outcome Make_RW_Wind(const Spectrum2D& s, const SequenceSettings& settings, WindowCurve& curve) {
+  return AxisWindow(s, settings, F2, curve);
+}
+
+platform::Outcome MakeWindow1D(const model::Spectrum1D& s, const WindowFunctionSetting& w, std::int32_t fidPoints,
+                               std::int32_t lpFactor, std::int32_t fidShift, WindowCurve& curve) {
+  const std::int32_t size = s.params.POINT;
+  const WindowAxis axis{s.params.FREQU, lpFactor == 1 ? std::min(fidPoints, size) : size, size, fidShift,
+                        k1DWindowLow, size};
+  return Curve(w, axis, curve);
 }
 
 void InitialF1Phase(const Spectrum2D& s, SequenceSettings& settings, std::string_view pulseName) {

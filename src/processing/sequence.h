@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,6 +45,12 @@ struct SequenceSettings {
   float t1Factor = 1.0f;
   int threads = 0;  // 0: every core
   std::string operatorName;
+  // The table of reference rows, searched by instrument identifier, solvent and nucleus (upper
+  // case) and the centre frequency in MHz; it answers the frequency of 0 ppm in MHz. Without a
+  // table, or without a match, the set's own reference stands.
+  std::function<std::optional<double>(const std::string& instrumentId, const std::string& solvent,
+                                      const std::string& nucleus, double centreMHz)>
+      referenceTable;
 };
 
 // Settings as the FT window opens them for a freshly read FID: sizes, converters and family from
@@ -61,9 +68,13 @@ platform::Outcome ZeroFill(model::Spectrum2D& s, SequenceSettings& settings, mod
 platform::Outcome CancelZeroFill(model::Spectrum2D& s, SequenceSettings& settings, model::Axis axis);
 platform::Outcome LpFill(model::Spectrum2D& s, SequenceSettings& settings, model::Axis axis);
 
-// The window curves of both axes for the current sizes (Make_CL_Wind, Make_RW_Wind).
-platform::Outcome MakeAxisWindow(const model::Spectrum2D& s, const SequenceSettings& settings, model::Axis axis,
-                                 WindowCurve& curve);
+// The window curves for the current sizes: F1 ("CL", column) and F2 ("RW", row, with the shift).
+// An error when the curve would divide by zero.
+platform::Outcome Make_CL_Wind(const model::Spectrum2D& s, const SequenceSettings& settings, WindowCurve& curve);
+platform::Outcome Make_RW_Wind(const model::Spectrum2D& s, const SequenceSettings& settings, WindowCurve& curve);
+// The curve of the 1D set under edit, from -5000 to its size.
+platform::Outcome MakeWindow1D(const model::Spectrum1D& s, const WindowFunctionSetting& w, std::int32_t fidPoints,
+                               std::int32_t lpFactor, std::int32_t fidShift, WindowCurve& curve);
 
 // The initial F1 phases of the F1 view, by class and family.
 void InitialF1Phase(const model::Spectrum2D& s, SequenceSettings& settings, std::string_view pulseName);

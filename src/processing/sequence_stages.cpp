@@ -36,13 +36,11 @@ void Stages::Caption(std::string_view text) const {
 }
 
 bool Stages::Windows(SequenceResult& result) {
-  for (auto [axis, curve] : {std::pair{F1, &w1}, std::pair{F2, &w2}}) {
-    platform::Outcome out = MakeAxisWindow(s, settings, axis, *curve);
+  for (const platform::Outcome& out : {Make_CL_Wind(s, settings, w1), Make_RW_Wind(s, settings, w2)})
     if (!out.ok()) {
       result = Cancelled(out.message);
       return false;
     }
-  }
   return true;
 }
 

@@ -95,6 +95,8 @@ std::string_view WindowName(int type) {
 }
 
 int MakeWindowCurve(const WindowFunctionSetting& w, const WindowAxis& axis, WindowCurve& curve) {
+  // The exponential and the Gaussian divide by the span: a span of 0 is the arithmetic error.
+  if ((w.type == kExponential || w.type == kGaussian) && !(axis.sw > 0)) return 1;
   curve.low = axis.low;
   curve.values.assign(static_cast<std::size_t>(std::max(axis.high, axis.size) - axis.low + 1), 0.0f);
   if (!Shape(w, axis, curve)) return 1;

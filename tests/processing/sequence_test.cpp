@@ -103,8 +103,16 @@ TEST(Sequence2D, AbsolutePathAndF1ExchangeMoveThePeakByHalfTheSpan) {
   model::Spectrum2D s = MakeStatesSet(true);
   ApplyF1Exchange(s, 1, kF2Points, kF1Points);
   SequenceSettings settings = MakeSequenceSettings(s, 1, 12);
+  s.texts.instrumentId = "av600";
+  s.params.OBNUC = "1H";
+  settings.referenceTable = [](const std::string& id, const std::string&, const std::string& nucleus, double centre) {
+    return id == "AV600" && nucleus == "1H" && std::fabs(centre - 400.0) < 0.05 ? std::optional<double>(399.998)
+                                                                                : std::nullopt;
+  };
   std::vector<std::string> list;
   ASSERT_EQ(RunSequence(s, settings, list).code, 0);
+  EXPECT_NEAR(s.ppmF2[kF2Points / 2], (400.0 - 399.998) / 399.998 * 1e6, 1e-3);  // the table's 0 ppm
+  EXPECT_NEAR(s.ppmF2[kF2Points / 2 + 1] - s.ppmF2[kF2Points / 2], 1000.0 / kF2Points / (400 - 0.0005), 1e-6);
   const Peak p = Largest(s.RR, kF2Points, kF1Points);
   EXPECT_EQ(p.column, kF2Points / 2 + kF2Cycles * kF2Points);
   // The cosine in F1 gives +f1 and -f1; the exchange moves both by half the span.
