@@ -33,6 +33,20 @@ void CorrectSequential(std::int32_t n, std::vector<double>& s, Get get, Put put)
   }
 }
 
+// Every column (or row) of the pair in turn.
+void CorrectTraces(model::Plane& X, model::Plane& Y, std::int32_t traces, std::int32_t n, bool columns) {
+  std::vector<double> scratch;
+  for (std::int32_t t = 0; t < traces; ++t) {
+    auto at = [&](model::Plane& p, std::int32_t k) -> float& { return columns ? p.at(t, k) : p.at(k, t); };
+    CorrectSequential(
+        n, scratch, [&](std::int32_t k) { return std::pair<double, double>(at(X, k), at(Y, k)); },
+        [&](std::int32_t k, float x, float y) {
+          at(X, k) = x;
+          at(Y, k) = y;
+        });
+  }
+}
+
 }  // namespace
 
 NucleusGroup NucleusGroupOf(std::string_view nucleus) {
@@ -121,25 +135,11 @@ void BrukerCorrection1D(float* re, float* im, std::int32_t n, bool reverse) {
 }
 
 void BrukerCorrectionF1(model::Plane& X, model::Plane& Y, std::int32_t n, std::int32_t columns) {
-  std::vector<double> scratch;
-  for (std::int32_t c = 0; c < columns; ++c)
-    CorrectSequential(
-        n, scratch, [&](std::int32_t k) { return std::pair<double, double>(X.at(c, k), Y.at(c, k)); },
-        [&](std::int32_t k, float x, float y) {
-          X.at(c, k) = x;
-          Y.at(c, k) = y;
-        });
+  CorrectTraces(X, Y, columns, n, true);
 }
 
 void BrukerCorrectionF2(model::Plane& X, model::Plane& Y, std::int32_t rows, std::int32_t n) {
-  std::vector<double> scratch;
-  for (std::int32_t r = 0; r < rows; ++r)
-    CorrectSequential(
-        n, scratch, [&](std::int32_t k) { return std::pair<double, double>(X.at(k, r), Y.at(k, r)); },
-        [&](std::int32_t k, float x, float y) {
-          X.at(k, r) = x;
-          Y.at(k, r) = y;
-        });
+  CorrectTraces(X, Y, rows, n, false);
 }
 
 }  // namespace velk::processing

@@ -79,6 +79,12 @@ TEST(LpForward, AnAllZeroColumnStaysZeroWithElevenFailureLines) {
   EXPECT_EQ(list[6], " 0   1 (InvGJ)");    // wrapped after 106 would pass the data
   for (std::int32_t j = 0; j < 256; ++j) ASSERT_EQ(X.at(0, j), 0.0f);
   EXPECT_NE(X.at(1, 200), 0.0f);
+
+  // The preview says why instead of writing lines.
+  std::vector<float> re(256, 0.0f), im(256, 0.0f);
+  const platform::Outcome preview = LpForwardTrace(re.data(), im.data(), s, 128, 256);
+  EXPECT_EQ(preview.message.title, "Data Error");
+  EXPECT_EQ(preview.message.text, "Can not calculate(InvGJ)!");
 }
 
 TEST(LpBackward, RecalculatesTheFirstPoints) {
