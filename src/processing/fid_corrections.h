@@ -26,7 +26,7 @@ struct InstrumentShift {
 };
 
 struct FidShiftDefaults {
-  bool autoShift = false;                     // "AUTO FID SHIFT"
+  bool autoShift = true;                      // "AUTO FID SHIFT", 1 unless the settings say 0
   std::vector<InstrumentShift> instruments;   // "FID SHIFT VAL", up to 101 rows
   std::array<std::array<std::int32_t, 3>, 4> byFamily{};  // [family][nucleus group]
 };

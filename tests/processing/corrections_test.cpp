@@ -51,6 +51,8 @@ TEST(FidShift, SearchDefaultsAndKeys) {
   EXPECT_EQ(AutoFidShift(top, none, 2), 0);
 
   FidShiftDefaults d;
+  EXPECT_TRUE(d.autoShift);  // the search is what a fresh settings file asks for
+  d.autoShift = false;
   d.instruments = {{"AV600", 76}};
   SaveFidShiftDefault(d, kBrukerFamily, "13C", 70);
   SaveFidShiftDefault(d, kJeolFamily, "H1", 3);
