@@ -1,6 +1,8 @@
 #include "formats/elements.h"
 
+#include <bit>
 #include <cmath>
+#include <cstring>
 
 namespace velk::formats {
 namespace {
@@ -27,6 +29,28 @@ float DoubleByHand(const std::uint8_t* b) {
   return static_cast<float>(b[0] & 0x80 ? -value : value);
 }
 
+// The hand rules give the IEEE value for every normal number (biased exponent neither all zeros
+// nor all ones), so those take the machine's conversion; the rest go by hand.
+template <class Bits, class Float>
+void DecodeFloats(const std::uint8_t* raw, std::size_t count, ElementType type, core::ByteOrder order, float* out) {
+  constexpr int kMantissaBits = sizeof(Bits) == 8 ? 52 : 23;
+  constexpr Bits kExponentMask = sizeof(Bits) == 8 ? 0x7FF : 0xFF;
+  const bool swap = (order == core::ByteOrder::Little) != (std::endian::native == std::endian::little);
+  for (std::size_t i = 0; i < count; ++i, raw += sizeof(Bits)) {
+    Bits bits;
+    std::memcpy(&bits, raw, sizeof bits);
+    if (swap) bits = core::SwapBytes(bits);
+    const Bits exponent = (bits >> kMantissaBits) & kExponentMask;
+    if (exponent != 0 && exponent != kExponentMask) {
+      Float value;
+      std::memcpy(&value, &bits, sizeof value);
+      out[i] = static_cast<float>(value);
+    } else {
+      out[i] = DecodeElement(raw, type, order);
+    }
+  }
+}
+
 }  // namespace
 
 float DecodeElement(const std::uint8_t* raw, ElementType type, core::ByteOrder order) {
@@ -48,7 +72,9 @@ bool DecodeElements(core::Bytes bytes, std::uint64_t offset, std::size_t count, 
   const std::size_t width = ElementWidth(type);
   if (count > out.size() || count > UINT64_MAX / width || !core::Fits(bytes, offset, count * width)) return false;
   const std::uint8_t* raw = bytes.data() + offset;
-  for (std::size_t i = 0; i < count; ++i, raw += width) out[i] = DecodeElement(raw, type, order);
+  if (type == ElementType::Float64) DecodeFloats<std::uint64_t, double>(raw, count, type, order, out.data());
+  else if (type == ElementType::Float32) DecodeFloats<std::uint32_t, float>(raw, count, type, order, out.data());
+  else for (std::size_t i = 0; i < count; ++i, raw += width) out[i] = DecodeElement(raw, type, order);
   return true;
 }
 
