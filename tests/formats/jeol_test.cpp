@@ -201,6 +201,28 @@ TEST(DeltaReader, DamagedFilesAreRefusedWithTheirMessagesAndChangeNothing) {
   }
   EXPECT_EQ(s.params.POINT, 123);
 
+  // Any byte of header and parameters changed at random: an answer, never a crash.
+  DeltaSpec small;
+  small.dimensions = 2;
+  small.points = {64, 32};
+  small.data = test::Submatrices(4, 64, 32, [](int, std::int32_t c, std::int32_t row) { return c + row; });
+  small.records = SmallFid().records;
+  const std::vector<std::uint8_t> valid = test::BuildDelta(small);
+  std::uint32_t seed = 12345;
+  for (int trial = 0; trial < 300; ++trial) {
+    std::vector<std::uint8_t> changed = valid;
+    for (int k = 0; k < 4; ++k) {
+      seed = seed * 1103515245 + 12345;
+      changed[(seed >> 8) % (1360 + 16 + 64 * small.records.size())] = static_cast<std::uint8_t>(seed >> 24);
+    }
+    const auto path = r.Save(changed);
+    model::Spectrum2D any2D;
+    model::Spectrum1D any1D;
+    EXPECT_GE(ReadData2DDelta(path, any2D, r.context).code, -1);
+    EXPECT_GE(ReadDataDelta(path, any1D, r.context).code, -1);
+    std::filesystem::remove(path);
+  }
+
   DeltaSpec huge;
   huge.dimensions = 2;
   huge.points = {0x200000, 64};
