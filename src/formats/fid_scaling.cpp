@@ -34,4 +34,10 @@ float RemoveTailAndScale(std::span<float> re, std::span<float> im) {
   return maximum;
 }
 
+std::int32_t PaddedFidSize(std::int64_t count) {
+  std::int64_t size = 2;
+  while (size < count) size *= 2;
+  return static_cast<std::int32_t>(size);
+}
+
 }  // namespace velk::formats

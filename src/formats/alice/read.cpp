@@ -75,12 +75,6 @@ bool ReadData(core::Bytes bytes, std::uint64_t start, std::int32_t section, std:
          DecodeElements(bytes, start + sectionBytes, n, ElementType::Float32, kLittle, s.im);
 }
 
-std::int32_t PaddedSize(std::int32_t points) {
-  std::int32_t size = 2;
-  while (size < points) size *= 2;
-  return size;
-}
-
 }  // namespace
 
 platform::Outcome ReadDataAlice(const std::filesystem::path& path, model::Spectrum1D& spectrum,
@@ -111,7 +105,7 @@ platform::Outcome ReadDataAlice(const std::filesystem::path& path, model::Spectr
     if (!ReadData(bytes, dataStart, points, points, *s)) return invalid;
   } else {
     if (points < 10 || p.OFR == 0 || p.FREQU == 0) return invalid;
-    const std::int32_t size = PaddedSize(points);
+    const std::int32_t size = PaddedFidSize(points);
     p.RESOL = p.FREQU / size;
     if (!ReadData(bytes, dataStart, size, points, *s)) return invalid;
     const auto n = static_cast<std::size_t>(points);

@@ -7,6 +7,7 @@
 #include "formats/alice/alice.h"
 #include "formats/alice/layout.h"
 #include "formats/alice/messages.h"
+#include "formats/fid_scaling.h"
 
 namespace velk::formats {
 namespace {
@@ -33,12 +34,6 @@ void WriteField(const Field& f, std::vector<std::uint8_t>& out, std::uint64_t at
   }, f.target);
 }
 
-std::int32_t SectionSize(std::int32_t points, bool processed) {
-  if (processed) return points;
-  std::int32_t size = 2;
-  while (size < points) size *= 2;
-  return size;
-}
 
 }  // namespace
 
@@ -48,7 +43,7 @@ platform::Outcome WriteDataALS(const std::filesystem::path& path, const model::S
   if (points < 1 || points > model::kMaxAxisPoints || s.re.size() < static_cast<std::size_t>(points) ||
       s.im.size() < static_cast<std::size_t>(points))
     return {1, DataError(kInvalidData)};
-  const std::int32_t size = SectionSize(points, processed);
+  const std::int32_t size = processed ? points : PaddedFidSize(points);
   const std::uint64_t sectionBytes = static_cast<std::uint64_t>(size) * 4;
   std::vector<std::uint8_t> out(kData + 2 * sectionBytes, 0);
   const auto put = [&](std::uint64_t at, std::int32_t value) { core::Encode(std::span(out), at, value, kLittle); };

@@ -150,10 +150,4 @@ void FillCommonFields(const std::filesystem::path& path, const DeltaFile& file, 
   p.IRFIN = irradiation.fineHz;
 }
 
-std::int32_t PaddedSize(std::int64_t count) {
-  std::int64_t size = 2;
-  while (size < count) size *= 2;
-  return static_cast<std::int32_t>(size);
-}
-
 }  // namespace velk::formats::jeol

@@ -66,7 +66,4 @@ void FillCommonFields(const std::filesystem::path& path, const DeltaFile& file, 
                       const DeltaOptions& options, model::DescriptiveTexts& texts, std::string& comment,
                       model::NmrParameters& p);
 
-// The smallest power of two, at least 2, that holds count.
-std::int32_t PaddedSize(std::int64_t count);
-
 }  // namespace velk::formats::jeol

@@ -29,7 +29,8 @@ std::optional<std::vector<float>> DecodeSection(const DeltaFile& file) {
 // The FID: the real half precedes the imaginary half.
 bool FillFid(const std::vector<float>& values, model::Spectrum1D& s) {
   const std::size_t complexPoints = values.size() / 2;
-  if (complexPoints < 1 || model::AllocateSpectrum1D(s, PaddedSize(static_cast<std::int64_t>(complexPoints))) != 0)
+  if (complexPoints < 1 || complexPoints > static_cast<std::size_t>(model::kMaxAxisPoints) ||
+      model::AllocateSpectrum1D(s, PaddedFidSize(static_cast<std::int64_t>(complexPoints))) != 0)
     return false;
   std::copy_n(values.begin(), complexPoints, s.re.begin());
   std::copy_n(values.begin() + static_cast<std::ptrdiff_t>(complexPoints), complexPoints, s.im.begin());
