@@ -43,6 +43,7 @@ json Describe2D(const model::Spectrum2D& s) {
   j["nuclei"] = per([&](int a) { return s.extras[a].nucleus; });
   j["observe_mhz"] = per([&](int a) { return s.extras[a].absFreqCenter; });
   j["spectral_width_hz"] = per([&](int a) { return s.axis[a].Frequency; });
+  j["fid_points"] = per([&](int a) { return s.extras[a].fidPoints; });
   return j;
 }
 

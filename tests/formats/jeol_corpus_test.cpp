@@ -91,7 +91,8 @@ TEST(DeltaCorpus, EveryFileOpensAndAgreesWithItsParameterSection) {
           << entry.path();
       // The data grid of the header; the acquired points fill it, or less of it when a spectrum
       // was zero-filled or a 2D acquisition stopped early (one HSQC has 220 of 256 rows).
-      const double points = axis("points", axisName).get<double>();
+      // A 2D FID is kept at a power of two, its acquired points beside.
+      const double points = axis(twoD && !spectrum ? "fid_points" : "points", axisName).get<double>();
       EXPECT_EQ(points, file.HeaderInt(headerPoints)) << entry.path();
       EXPECT_LE(p[x + "_POINTS"].first, points) << entry.path();
       if (!spectrum && !twoD) {
@@ -122,7 +123,8 @@ TEST(DeltaCorpus, RealTwoDimensionalDataSitInTheirPlanes) {
     EXPECT_EQ(s->RR.at(static_cast<int>(j), 0), file.At<float>(start + 4 * j, true));
     EXPECT_EQ(s->IR.at(static_cast<int>(j), 1), file.At<float>(start + section + 128 + 4 * j, true));
   }
-  EXPECT_EQ(s->axis[model::F2].Point, 5120);
+  EXPECT_EQ(s->axis[model::F2].Point, 8192);
+  EXPECT_EQ(s->extras[model::F2].fidPoints, 5120);
   EXPECT_EQ(s->extras[model::F1].nucleus, "1H");
 }
 

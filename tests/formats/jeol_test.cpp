@@ -130,7 +130,8 @@ TEST(DeltaReader, TwoDimensionalSubmatricesLandInTheirPlanes) {
   r.words.pulseModeClass = model::VPH_HETERO;
   model::Spectrum2D s;
   ASSERT_TRUE(r.Read2D(spec, s).ok());
-  EXPECT_EQ(s.axis[model::F2].Point, 70);
+  EXPECT_EQ(s.axis[model::F2].Point, 128);  // a power of two for the transforms
+  EXPECT_EQ(s.extras[model::F2].fidPoints, 70);
   EXPECT_EQ(s.axis[model::F1].Point, 64);
   for (auto [c, row] : {std::pair{0, 0}, {31, 1}, {33, 40}, {63, 63}}) {
     EXPECT_EQ(s.RR.at(c, row), value(0, c, row));

@@ -94,12 +94,13 @@ bool WidthOfFidAxis(const AxisExtent& e, const DeltaAxis& axis, std::int32_t poi
   if (points < 2) return false;
   w.sweepHz = axis.sweepHz;
   w.hzPerPoint = axis.resolutionHz;
+  // The offset of a FID is the carrier's: the reference point is the centre of its spectrum.
+  w.refIndex = static_cast<std::int32_t>(std::nearbyint(points / 2.0));
   if (w.sweepHz != 0) {
     w.acquisitionTime = (points - 1) / w.sweepHz;
   } else if (e.stop > 0) {
     w.acquisitionTime = std::fabs(e.start - e.stop);
     w.sweepHz = (points - 1) / w.acquisitionTime;
-    w.refIndex = static_cast<std::int32_t>(std::nearbyint(points / 2.0));
   } else {
     return false;
   }

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "formats/fid_scaling.h"
 #include "formats/jeol/common.h"
 #include "formats/jeol/messages.h"
 
@@ -91,19 +92,22 @@ void FlipRows(model::Plane& plane, std::int32_t rows) {
                                                                plane.row(rows - 1 - r).begin());
 }
 
+// A FID axis is kept at a power of two (the transforms need one), its acquired points beside it;
+// its reference is the carrier's offset at the centre point.
 void FillAxis(const DeltaAxis& d, const AxisWidth& w, std::int32_t points, bool isSpectrum, model::AxisInfo& axis,
               model::AxisExtras& extras) {
-  axis.Point = points;
+  axis.Point = isSpectrum ? points : PaddedFidSize(points);
   axis.Frequency = static_cast<float>(w.sweepHz);
   axis.Resolution = w.hzPerPoint;
   axis.Reference = static_cast<float>(d.offsetPpm);
-  axis.RefPoint = w.refIndex;
+  axis.RefPoint = isSpectrum ? w.refIndex : static_cast<std::int32_t>(std::lrint(axis.Point / 2.0));
   extras.nucleus = d.nucleus;
   extras.absFreqCenter = d.frequencyMHz;
   extras.absFreq0ppm = SpectrumFrequency(w, points, d.frequencyMHz, d.offsetPpm);
   extras.ppmStep = extras.absFreq0ppm != 0 ? w.hzPerPoint / extras.absFreq0ppm : 0;
-  extras.ppmFirst = d.offsetPpm - w.refIndex * extras.ppmStep;
+  extras.ppmFirst = d.offsetPpm - axis.RefPoint * extras.ppmStep;
   extras.fidPoints = isSpectrum ? 0 : points;
+  extras.adMode = 0;  // the instruments sample both channels at once ("Dual AD")
 }
 
 }  // namespace
@@ -149,7 +153,9 @@ platform::Outcome ReadData2DDelta(const std::filesystem::path& path, model::Spec
   const int available = static_cast<int>(std::min<std::uint64_t>(4, h.dataLength / sectionBytes));
   l.sections = std::min(WantedSections(isSpectrum, context.words.pulseModeClass, h, sectionBytes), available);
   if (l.sections < 1) return invalid;
-  if (model::AllocateSpectrum2D(*s, l.f2, l.f1) != 0) return {1, SizeError()};
+  const std::int32_t columns = isSpectrum ? l.f2 : PaddedFidSize(l.f2);
+  const std::int32_t rows = isSpectrum ? l.f1 : PaddedFidSize(l.f1);
+  if (model::AllocateSpectrum2D(*s, columns, rows) != 0) return {1, SizeError()};
   if (!ReadSections(file, l, isSpectrum, *s, context.progress)) return {1, {}};
 
   const auto planes = PlanesInFileOrder(*s);
@@ -162,7 +168,7 @@ platform::Outcome ReadData2DDelta(const std::filesystem::path& path, model::Spec
   FillAxis(x, w[kX], l.f2, isSpectrum, s->axis[model::F2], s->extras[model::F2]);
   FillAxis(y, w[kY], l.f1, isSpectrum, s->axis[model::F1], s->extras[model::F1]);
   model::NmrParameters& p = s->params;
-  p.POINT = l.f2;
+  p.POINT = s->axis[model::F2].Point;
   p.FREQU = static_cast<float>(w[kX].sweepHz);
   p.RESOL = w[kX].hzPerPoint;
   p.ACQTM = static_cast<float>(w[kX].acquisitionTime);
