@@ -22,15 +22,16 @@ platform::Outcome LoadDeltaFile(const std::filesystem::path& path, DeltaFile& fi
   return {};
 }
 
+int AskDataDomain(platform::Prompt& prompt) {
+  return prompt.Choose(kDomainTitle, {kDomainFid, kDomainSpectrum}).value_or(0);
+}
+
 bool IsSpectrumDomain(const DeltaHeader& header, platform::Prompt& prompt) {
   switch (header.unit[kX].type) {
     case kUnitHertz: case kUnitPpm: return true;
     case kUnitSeconds: return false;
-    default: break;
+    default: return AskDataDomain(prompt) != 0;
   }
-  // AskDataDomain: the first choice (FID) is the preset, so a cancelled question reads a FID.
-  const std::optional<int> answer = prompt.Choose(kDomainTitle, {kDomainFid, kDomainSpectrum});
-  return answer.value_or(0) != 0;
 }
 
 DeltaSettings SettingsFromHeader(const DeltaHeader& header) {

@@ -20,6 +20,9 @@ struct DeltaFile {
 // magic is wrong, 1 with invalidText when the sections do not fit the file.
 platform::Outcome LoadDeltaFile(const std::filesystem::path& path, DeltaFile& file, const char* invalidText);
 
+// The data-domain question: 0 for a FID, anything else for a spectrum. The FID is the preset
+// answer, which a cancelled question keeps.
+int AskDataDomain(platform::Prompt& prompt);
 // FID or spectrum by the X axis unit; any other unit is a question to the user.
 bool IsSpectrumDomain(const DeltaHeader& header, platform::Prompt& prompt);
 
