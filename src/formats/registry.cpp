@@ -1,14 +1,20 @@
 #include "formats/registry.h"
 
+#include <array>
+
 #include "formats/alice/alice.h"
 #include "formats/jeol/delta.h"
+
+#include "native/ver4_file.h"
 
 namespace velk::formats {
 
 model::FormatTable Formats() {
   // One entry per extension word; formats whose reader has not been written have no entry, and
   // the detector then answers "ERR" with that reason.
-  static const model::FormatEntry kEntries[] = {
+  static const std::array kEntries{
+      model::FormatEntry{".VLK1", model::kVer4, native::ReadModeR4, native::Read2DEntryR4, native::Read1DEntryR4},
+      model::FormatEntry{".VLK2", model::kVer4, native::ReadModeR4, native::Read2DEntryR4, native::Read1DEntryR4},
       DeltaFormatEntry(),
       AliceFormatEntry(),
   };
