@@ -2,7 +2,9 @@
 
 #include <vector>
 
+#include "formats/alice/alice.h"
 #include "formats/bruker/bruker.h"
+#include "formats/jeol/delta.h"
 #include "native/ver4_file.h"
 
 namespace velk::formats {
@@ -15,6 +17,8 @@ model::FormatTable Formats() {
       {".VLK2", model::kVer4, native::ReadModeR4, native::Read2DEntryR4, native::Read1DEntryR4},
       {".BRUF", model::kBruker, bruker::ReadModeBruker, bruker::ReadBruker2D, bruker::ReadBruker1D},
       {".BRUD", model::kBruker, bruker::ReadModeBruker, bruker::ReadBruker2D, bruker::ReadBruker1D},
+      DeltaFormatEntry(),
+      AliceFormatEntry(),
   };
   return kEntries;
 }
