@@ -3,6 +3,7 @@
 #include <array>
 
 #include "formats/jcamp/reader.h"
+#include "formats/varian/entry.h"
 
 namespace velk::formats {
 
@@ -12,6 +13,8 @@ model::FormatTable Formats() {
   static const std::array kEntries{
       model::FormatEntry{".DX", model::kJcamp, ReadModeJcampEntry, ReadJcamp2DEntry, ReadJcamp1DEntry},
       model::FormatEntry{".JDX", model::kJcamp, ReadModeJcampEntry, ReadJcamp2DEntry, ReadJcamp1DEntry},
+      model::FormatEntry{".VARF", model::kVarian, ReadModeVarianFid, ReadVarian2DFid, ReadVarian1DFid},
+      model::FormatEntry{".VARD", model::kVarian, ReadModeVarianData, ReadVarian2DData, ReadVarian1DData},
   };
   return kEntries;
 }
