@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <fstream>
+#include <map>
 #include <sstream>
 
+#include "core/bytes.h"
+#include "formats/elements.h"
 #include "formats/jcamp/reader.h"
+#include "formats/text_lines.h"
 #include "support/corpus.h"
 #include "support/run_cli.h"
 #include "support/scripted_prompt.h"
@@ -19,6 +23,16 @@ std::unique_ptr<model::Spectrum1D> Read1D(const std::string& corpusFile) {
   std::string reason;
   EXPECT_EQ(ReadDataJCAMP(test::CorpusPath(corpusFile), *s, reason), 0) << corpusFile << ": " << reason;
   return s;
+}
+
+// Indices of the strongest local maxima, strongest first.
+std::vector<std::size_t> StrongestPeaks(std::span<const float> y, std::size_t count) {
+  std::vector<std::size_t> peaks;
+  for (std::size_t i = 1; i + 1 < y.size(); ++i)
+    if (y[i] > y[i - 1] && y[i] >= y[i + 1]) peaks.push_back(i);
+  std::sort(peaks.begin(), peaks.end(), [&](std::size_t a, std::size_t b) { return y[a] > y[b]; });
+  peaks.resize(std::min(count, peaks.size()));
+  return peaks;
 }
 
 float Largest(std::span<const float> v) { return *std::max_element(v.begin(), v.end()); }
@@ -60,6 +74,37 @@ TEST(JcampReader, NtuplesSpectrumDecodesToTheValuesItsHeaderStates) {
   EXPECT_EQ(s->params.OBNUC, "1H");
   EXPECT_EQ(s->params.EXMOD, "zg30");
   EXPECT_EQ(s->params.SCANS, 32);
+}
+
+// TopSpin's own 1r of the same aspirin sample (32-bit little-endian integers, the first point at
+// ##$OFFSET ppm, SI points over ##$SW_p Hz) has its ten strongest lines where the JCAMP export has.
+TEST(JcampReader, AspirinAgreesWithTheVendorsProcessedSpectrum) {
+  const auto jcamp = Read1D("jcamp/aspirin-1h.dx");
+  const auto folder = test::CorpusPath("bruker/aspirin-1h-processed/1/pdata/1");
+  const auto procs = core::ReadWholeFile((folder / "procs").string());
+  const auto raw = core::ReadWholeFile((folder / "1r").string());
+  ASSERT_TRUE(procs && raw);
+  TextCursor cursor{*procs, 0};
+  std::map<std::string, double> p;
+  ParameterValues values;
+  for (std::string line; !(line = ReadTextLine(cursor)).empty();) {
+    std::string key;
+    SplitParameterLine(line, cursor, key, values);
+    p[key] = ParseNumber(values[0]).value_or(0);
+  }
+  std::vector<float> vendor(raw->size() / 4);
+  ASSERT_TRUE(DecodeElements(*raw, 0, vendor.size(), ElementType::Int32, core::ByteOrder::Little, vendor));
+  const auto vendorPpm = [&](std::size_t i) {
+    return p["##$OFFSET"] - static_cast<double>(i) * p["##$SW_p"] / p["##$SF"] / static_cast<double>(vendor.size());
+  };
+  const auto ours = StrongestPeaks(std::span<const float>(jcamp->re).first(jcamp->params.POINT), 10);
+  const auto theirs = StrongestPeaks(vendor, 10);
+  ASSERT_EQ(ours.size(), 10u);
+  for (std::size_t peak : ours) {
+    double nearest = 1e9;
+    for (std::size_t v : theirs) nearest = std::min(nearest, std::fabs(jcamp->axisPpm[peak] - vendorPpm(v)));
+    EXPECT_LT(nearest, 0.01) << "line at " << jcamp->axisPpm[peak] << " ppm";
+  }
 }
 
 TEST(JcampReader, XydataSpectrumMatchesItsYLimitsAndHzAxis) {
@@ -146,6 +191,9 @@ TEST(JcampReader, DamagedAndTruncatedFilesFailCleanly) {
   const std::string huge = "##JCAMP-DX= 5.01\n##DATA TYPE= NMR SPECTRUM\n##.OBSERVE FREQUENCY= 400\n"
                            "##NPOINTS= 999999999999\n##XYDATA= (X++(Y..Y))\n0 @s99999999\n##END=\n";
   EXPECT_EQ(ReadDataJCAMP(folder.Write("huge.dx", huge), s, reason), -1);
+  // Without its label a file is none of ours; with it but of another data type, refused too.
+  EXPECT_EQ(ReadModeJCAMP(folder.Write("plain.dx", "##TITLE= x\n##END=\n")).code, 1);
+  EXPECT_EQ(ReadModeJCAMP(folder.Write("ir.dx", "##JCAMPDX= 5.01\n##DATA TYPE= INFRARED SPECTRUM\n##END=\n")).code, 1);
 }
 
 }  // namespace velk::formats
