@@ -9,6 +9,7 @@ std::string Trim(std::string_view text);
 std::string ToUpper(std::string_view text);
 bool EqualsNoCase(std::string_view a, std::string_view b);
 bool StartsWithNoCase(std::string_view text, std::string_view prefix);
+bool EndsWithNoCase(std::string_view text, std::string_view suffix);
 
 // Shift-JIS bytes from a file to UTF-8; bytes that do not decode pass through as Latin-1.
 std::string Cp932ToUtf8(std::string_view bytes);

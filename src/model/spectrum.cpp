@@ -1,7 +1,10 @@
 #include "model/spectrum.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <exception>
 
 namespace velk::model {
@@ -13,6 +16,15 @@ void AllocatePlane(Plane& plane, std::int32_t columns, std::int32_t rows) {
   plane.rows = rows;
 }
 
+// Linux hands out memory it does not have and kills the process when the pages are touched, so a
+// request larger than the machine's memory is refused before it is made (sysconf is POSIX).
+bool FitsInMemory(std::uint64_t bytes) {
+  const long pages = sysconf(_SC_PHYS_PAGES);
+  const long pageSize = sysconf(_SC_PAGE_SIZE);
+  if (pages <= 0 || pageSize <= 0) return true;
+  return bytes <= static_cast<std::uint64_t>(pages) * static_cast<std::uint64_t>(pageSize);
+}
+
 bool DiffersByMoreThanOnePercent(double stored, double computed) {
   return std::fabs(stored - computed) > 0.01 * std::fabs(computed);
 }
@@ -22,6 +34,8 @@ bool DiffersByMoreThanOnePercent(double stored, double computed) {
 int AllocateSpectrum2D(Spectrum2D& s, std::int32_t f2Points, std::int32_t f1Points) {
   const std::int32_t columns = std::max(f2Points, kMinAxisPoints);
   const std::int32_t rows = std::max(f1Points, kMinAxisPoints);
+  if (!FitsInMemory(4ull * sizeof(float) * static_cast<std::uint64_t>(columns) * static_cast<std::uint64_t>(rows)))
+    return 1;
   try {
     for (Plane* plane : {&s.RR, &s.IR, &s.RI, &s.II}) AllocatePlane(*plane, columns, rows);
     s.ppmF2.assign(columns, 0.0f);
@@ -36,6 +50,7 @@ int AllocateSpectrum2D(Spectrum2D& s, std::int32_t f2Points, std::int32_t f1Poin
 
 int AllocateSpectrum1D(Spectrum1D& s, std::int32_t points) {
   const std::size_t n = static_cast<std::size_t>(std::max(points, kMinAxisPoints)) + 1;
+  if (!FitsInMemory(8ull * sizeof(double) * n)) return 1;
   try {
     s.axisPpm.assign(n, 0.0);
     for (auto* array : {&s.re, &s.im, &s.work1, &s.work2, &s.moduleWork1, &s.moduleWork2})

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "model/data_type.h"
+#include "model/frequency_table.h"
 #include "model/mode_string.h"
 #include "model/nucleus.h"
 #include "model/pulse_mode.h"
@@ -94,6 +95,29 @@ TEST(DataType, CodesAndTags) {
   EXPECT_EQ(TagOf(-1), "ERR");
   EXPECT_TRUE(IsOneDimensional(0x1104));
   EXPECT_FALSE(IsOneDimensional(0x2104));
+}
+
+}  // namespace velk::model
+
+namespace velk::model {
+
+TEST(InstrumentFrequencies, ShortLinesAreEmptyAndTheTableRoundTrips) {
+  test::TempFolder folder;
+  const std::string padding(45, ' ');
+  const auto file = folder.Write("OB_0ppm.frq", "JNM-ECZ400;399.7821;1H;0.00;" + padding + "\r\n" +
+                                                    "short;1.0\r\n" + "AV500\t;500.13;13C;;" + padding + "\r\n");
+  InstrumentFrequencyTable table;
+  ReadInstrumentFrequencies(file, table);
+  ASSERT_EQ(table.size(), 2u);
+  EXPECT_EQ(table[1].fields[0], "AV500");  // the tab became a blank, and blanks are trimmed
+  EXPECT_DOUBLE_EQ(*ZeroPpmFrequency(table, "JNM-ECZ400"), 399.7821);
+  EXPECT_FALSE(ZeroPpmFrequency(table, "none"));
+  ASSERT_TRUE(WriteInstrumentFrequencies(folder / "out.frq", table));
+  InstrumentFrequencyTable again;
+  ReadInstrumentFrequencies(folder / "out.frq", again);
+  ASSERT_EQ(again.size(), 2u);
+  EXPECT_EQ(again[0].fields, table[0].fields);
+  EXPECT_EQ(FormatFrequency(500.13), "500.13");
 }
 
 }  // namespace velk::model

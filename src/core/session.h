@@ -1,0 +1,93 @@
+#pragma once
+// The session: the records of the current data set and everything the run keeps, owned by one
+// struct that the program creates at start and passes by reference.
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "core/data_log.h"
+#include "core/folders.h"
+#include "core/settings.h"
+#include "core/work_files.h"
+#include "model/format_entry.h"
+#include "model/frequency_table.h"
+#include "model/pulse_mode.h"
+#include "model/spectrum.h"
+#include "platform/launcher.h"
+#include "platform/prompt.h"
+
+namespace velk::core {
+
+enum class SessionState { Starting, Idle, FtWindow, Spectrum };
+enum OneDRecord { kF2Companion = 0, kF1Companion = 1, kEditor = 2 };
+
+struct Session {
+  Folders folders;
+  WorkFiles run;
+  DataLog log;
+  Settings common = DefaultSettings(SchemaCommon());
+  Settings settings2D = DefaultSettings(Schema2D());
+  Settings settings1D = DefaultSettings(Schema1D());
+  std::filesystem::path settings2DFile;
+  model::PulseModeTable pulseModes = model::DefaultPulseModeTable();
+  model::InstrumentFrequencyTable instruments;
+
+  model::Spectrum2D spectrum2D;
+  std::array<model::Spectrum1D, 3> spectra1D;
+  model::DataWords words;
+
+  SessionState state = SessionState::Starting;
+  std::string commandLine;
+  bool handedOver = false;
+  int displayed = 0;  // 1 while the main window shows a 2D set
+  int saved = 0;      // 1 when the data were written since the last change
+  std::string closeCommand;
+  std::filesystem::path tempSnapshotName;
+  std::string processingMethod;  // "PHA" or "ABS" in the FT window
+  std::string windowTitle;
+  std::map<int, std::filesystem::path> lastFolderOfFormat;
+};
+
+// What the session logic needs from the layers above it and from the person at the screen.
+struct SessionServices {
+  platform::Prompt& prompt;
+  platform::Launcher& launcher;
+  model::FormatTable formats;
+  std::function<bool(Session&)> save;  // the Save command with its own name choice
+  std::function<bool(const Session&, const std::filesystem::path&)> writeSnapshot;  // Ver.4, mode 0
+  std::function<bool(Session&, const std::filesystem::path&)> readSnapshot;
+};
+
+inline constexpr std::size_t kRecentFiles = 10;
+inline constexpr const char* kOneDimensionalProgram = "velk1d4";
+
+// The command line: trimmed; fewer than 3 characters is none; a quoted name keeps its blanks, an
+// unquoted one ends at the first blank; a leading "$" marks a hand-over from the 1D program.
+struct CommandLine {
+  std::string name;
+  bool handedOver = false;
+};
+CommandLine CleanCommandLine(std::string_view raw);
+
+enum class StartResult { Run, End };
+// Everything from the command line to the waiting main window, except the windows themselves.
+StartResult StartUp(Session& session, std::string_view rawCommandLine, SessionServices& services);
+
+enum class OpenResult { Cancelled, FidLoaded, SpectrumLoaded, Failed };
+// "Read Data": with a name (command line, recent files) or through the file dialog.
+OpenResult Open(Session& session, SessionServices& services, std::optional<std::string> name = std::nullopt);
+// Leaving the FT window: after the transform the spectrum window takes over; otherwise the data
+// shown before come back from the snapshot.
+void LeaveFtWindow(Session& session, SessionServices& services, bool transformed);
+// "Close (Discard Present Data)".
+void DiscardData(Session& session);
+// The close box and "Exit": returns "END" (the program may end) or "CANCEL".
+std::string Close(Session& session, SessionServices& services);
+
+// The log as the readers call it: WriteLog with the session's settings, its message shown.
+std::function<void(std::string_view, const std::string&)> SessionLogger(Session& session, platform::Prompt& prompt);
+
+}  // namespace velk::core
