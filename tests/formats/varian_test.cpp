@@ -59,7 +59,7 @@ void WriteFid(const fs::path& file, const std::vector<std::vector<float>>& block
   put(blocks.size(), 4), put(1, 4), put(np, 4), put(width, 4), put(np * width, 4), put(np * width + 28, 4);
   put(0, 3), put(status, 1), put(1, 4);
   for (std::size_t b = 0; b < blocks.size(); ++b) {
-    put(0, 4), put(b + 1, 2), put(0, 22);
+    put(0, 4), put(b + 1, 2), bytes.append(22, '\0');
     for (float v : blocks[b]) {
       std::uint32_t raw = 0;
       if (type == Elements::Float) std::memcpy(&raw, &v, 4);
