@@ -4,6 +4,9 @@
 #include <string_view>
 #include <vector>
 
+#include "core/text.h"
+#include "formats/text_lines.h"
+
 namespace velk::formats {
 
 inline constexpr std::size_t kJcampValues = 101;  // indices 0 to 100
@@ -26,5 +29,21 @@ std::string CompactJcampKey(std::string_view key);
 
 // The first value as a number, or fallback when there is none.
 double JcampNumber(const JcampLabel& label, std::size_t index, double fallback = 0);
+
+// Reads label lines up to "##END" or the end of the file and calls visit(key, label, line) with
+// the compact key, the split label and the trimmed line; visit returns false to stop early.
+// Returns true when "##END" was reached.
+template <class Visit>
+bool ForEachJcampLabel(TextCursor& cursor, Visit visit) {
+  for (;;) {
+    const std::string line = core::Trim(ReadTextLine(cursor));
+    if (line.empty()) return false;
+    const JcampLabel label = SplitJcampLabel(line);
+    if (label.key.empty()) continue;
+    const std::string key = CompactJcampKey(label.key);
+    if (key == "##END") return true;
+    if (!visit(key, label, line)) return false;
+  }
+}
 
 }  // namespace velk::formats

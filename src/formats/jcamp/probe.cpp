@@ -4,6 +4,7 @@
 #include "formats/jcamp/header.h"
 #include "formats/jcamp/messages.h"
 #include "formats/jcamp/reader.h"
+#include "formats/read_result.h"
 #include "formats/text_lines.h"
 
 namespace velk::formats {
@@ -23,20 +24,17 @@ struct Probe {
 };
 
 void Scan(TextCursor& cursor, Probe& probe) {
-  for (;;) {
-    const std::string line = core::Trim(ReadTextLine(cursor));
-    if (line.empty()) return;
-    const JcampLabel label = SplitJcampLabel(line);
-    const std::string key = CompactJcampKey(label.key);
-    if (key == "##END" || key == "##DATATABLE" || key == "##XYDATA" || key == "##PAGE") return;
-    if (TakeHeaderLabel(key, label, line, probe.header)) continue;
+  ForEachJcampLabel(cursor, [&](const std::string& key, const JcampLabel& label, const std::string& line) {
+    if (key == "##DATATABLE" || key == "##XYDATA" || key == "##PAGE") return false;
+    if (TakeHeaderLabel(key, label, line, probe.header)) return true;
     const std::string text = JcampLabelText(line);
     if (key == "##$PULPROG" || (key == "##$EXMOD" && probe.pulseProgram.empty()))
       probe.pulseProgram = text.size() >= 2 && text.front() == '<' ? text.substr(1, text.size() - 2) : text;
     else if (key == "##NUMDIM") probe.numDim = static_cast<int>(JcampNumber(label, 0));
     else if (key == "##.NUCLEUS")
       for (std::size_t a = 0; a < 2 && a < label.values.size(); ++a) probe.nuclei[a] = label.values[a];
-  }
+    return true;
+  });
 }
 
 // A 2D spectrum is named by its class: homonuclear or not by the nuclei of the two axes, phase
@@ -94,24 +92,10 @@ model::ModeResult ReadModeJCAMP(const std::filesystem::path& file) {
 
 model::ModeResult ReadModeJcampEntry(const model::DetectedFile& file) { return ReadModeJCAMP(file.path); }
 
-namespace {
-
-platform::Outcome Finish(int code, const std::string& reason, const char* tag, const model::DetectedFile& file,
-                         model::ReadContext& context) {
-  if (code == 0) {
-    if (context.log) context.log("Read", file.path.string());
-    return {};
-  }
-  if (context.log) context.log(std::string(tag) + std::to_string(code) + ")", file.path.string());
-  return {code, {msg::kTitle, reason}};
-}
-
-}  // namespace
-
 platform::Outcome ReadJcamp1DEntry(const model::DetectedFile& file, model::Spectrum1D& s, model::ReadContext& context) {
   std::string reason;
   const int code = ReadDataJCAMP(file.path, s, reason);
-  return Finish(code, reason, msg::kReadTag, file, context);
+  return FinishRead(code, reason, msg::kReadTag, msg::kTitle, file, context);
 }
 
 platform::Outcome ReadJcamp2DEntry(const model::DetectedFile& file, model::Spectrum2D& s, model::ReadContext& context) {
@@ -126,7 +110,7 @@ platform::Outcome ReadJcamp2DEntry(const model::DetectedFile& file, model::Spect
                                                                     : model::V_HETERO;
     model::RepairAfterRead2D(s, context.words.pulseModeClass);
   }
-  return Finish(code, reason, msg::kRead2DTag, file, context);
+  return FinishRead(code, reason, msg::kRead2DTag, msg::kTitle, file, context);
 }
 
 }  // namespace velk::formats

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
 #include "core/bytes.h"
 #include "core/text.h"
@@ -10,6 +9,7 @@
 #include "formats/jcamp/header.h"
 #include "formats/jcamp/messages.h"
 #include "formats/jcamp/params.h"
+#include "formats/read_result.h"
 
 namespace velk::formats {
 namespace {
@@ -34,9 +34,7 @@ struct Session {
   bool haveReal = false;
 };
 
-struct Failure {
-  std::string reason;
-};
+using Failure = ReadFailure;
 
 std::int64_t PowerOfTwoAtLeast(std::int64_t n) {
   std::int64_t size = 2;  // doubling from 1 at least once
@@ -224,20 +222,12 @@ void ReadFile(const std::filesystem::path& file, model::Spectrum1D& s) {
   s.texts.fileName = file.filename().string();
   s.texts.instrument = "JCAMP";
   s.texts.dataTypeText = "JCAMP-DX";
-  bool ended = false;
-  for (;;) {
-    const std::string line = core::Trim(ReadTextLine(cursor));
-    if (line.empty()) break;
-    const JcampLabel label = SplitJcampLabel(line);
-    if (label.key.empty()) continue;
-    const std::string key = CompactJcampKey(label.key);
-    if (key == "##END") {
-      ended = true;
-      break;
-    }
-    if (key == "$$JEOLSPECIFICPARAMETERS" || key == "$$NMRSPECIFICPARAMETERS") EnterJeolSection(cursor, s);
-    else if (key == "$$BRUKERSPECIFICPARAMETERS") EnterBrukerSection(cursor, s);
-    else if (TakeHeaderLabel(key, label, line, session.header)) {
+  const bool ended = ForEachJcampLabel(cursor, [&](const std::string& key, const JcampLabel& label, const std::string& line) {
+    if (key == "$$JEOLSPECIFICPARAMETERS" || key == "$$NMRSPECIFICPARAMETERS") {
+      EnterJeolSection(cursor, s);
+    } else if (key == "$$BRUKERSPECIFICPARAMETERS") {
+      EnterBrukerSection(cursor, s);
+    } else if (TakeHeaderLabel(key, label, line, session.header)) {
       const std::string& type = session.header.dataType;
       if (key == "##DATATYPE" && type.find("LINK") == std::string::npos) {
         session.fid = type.find("NMR FID") != std::string::npos;
@@ -247,7 +237,8 @@ void ReadFile(const std::filesystem::path& file, model::Spectrum1D& s) {
     } else {
       TakeDataLabel(key, label, cursor, session);
     }
-  }
+    return true;
+  });
   if (!session.haveReal || session.count == 0) throw Failure{msg::kNoData};
   if (!ended) throw Failure{msg::kTruncated};
   if (!(session.header.observeMHz > 0)) throw Failure{msg::kNoFrequency};
@@ -259,18 +250,7 @@ void ReadFile(const std::filesystem::path& file, model::Spectrum1D& s) {
 }  // namespace
 
 int ReadDataJCAMP(const std::filesystem::path& file, model::Spectrum1D& s, std::string& reason) {
-  auto fresh = std::make_unique<model::Spectrum1D>();
-  try {
-    ReadFile(file, *fresh);
-  } catch (const Failure& failure) {
-    reason = failure.reason;
-    return -1;
-  } catch (const std::bad_alloc&) {
-    reason = msg::kDataSize;
-    return -1;
-  }
-  s = std::move(*fresh);
-  return 0;
+  return ReadIntoFresh(s, reason, [&](model::Spectrum1D& fresh) { ReadFile(file, fresh); });
 }
 
 }  // namespace velk::formats

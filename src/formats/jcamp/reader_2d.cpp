@@ -2,7 +2,6 @@
 // "(F2++(Y..Y))" table. They fill the real plane; the other planes stay empty.
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
 #include "core/bytes.h"
 #include "core/text.h"
@@ -10,6 +9,7 @@
 #include "formats/jcamp/header.h"
 #include "formats/jcamp/messages.h"
 #include "formats/jcamp/reader.h"
+#include "formats/read_result.h"
 #include "model/nucleus.h"
 
 namespace velk::formats {
@@ -20,9 +20,7 @@ namespace msg = jcamp_messages;
 // Four planes of this many points stay within what a workstation holds.
 constexpr std::int64_t kMax2DPoints = 64 * 1048576;
 
-struct Failure {
-  std::string reason;
-};
+using Failure = ReadFailure;
 
 struct Session2D {
   JcampHeader header;
@@ -152,18 +150,8 @@ void ReadFile2D(const std::filesystem::path& file, model::Spectrum2D& s) {
   TextCursor cursor{*bytes, 0};
   Session2D session;
   std::vector<double> row;
-  bool ended = false;
-  for (;;) {
-    const std::string line = core::Trim(ReadTextLine(cursor));
-    if (line.empty()) break;
-    const JcampLabel label = SplitJcampLabel(line);
-    if (label.key.empty()) continue;
-    const std::string key = CompactJcampKey(label.key);
-    if (key == "##END") {
-      ended = true;
-      break;
-    }
-    if (TakeHeaderLabel(key, label, line, session.header)) continue;
+  const bool ended = ForEachJcampLabel(cursor, [&](const std::string& key, const JcampLabel& label, const std::string& line) {
+    if (TakeHeaderLabel(key, label, line, session.header)) return true;
     if (key == "##PAGE") {
       session.pagesBegun = true;
     } else if (key == "##DATATABLE" && !label.values.empty() && label.values[0].starts_with("(F2++(Y..Y))")) {
@@ -175,7 +163,8 @@ void ReadFile2D(const std::filesystem::path& file, model::Spectrum2D& s) {
     } else {
       TakeLabel(key, label, session);
     }
-  }
+    return true;
+  });
   if (!ended) throw Failure{msg::kTruncated};
   Finish(session, file, s);
 }
@@ -183,18 +172,7 @@ void ReadFile2D(const std::filesystem::path& file, model::Spectrum2D& s) {
 }  // namespace
 
 int ReadDataJCAMP2D(const std::filesystem::path& file, model::Spectrum2D& s, std::string& reason) {
-  auto fresh = std::make_unique<model::Spectrum2D>();
-  try {
-    ReadFile2D(file, *fresh);
-  } catch (const Failure& failure) {
-    reason = failure.reason;
-    return -1;
-  } catch (const std::bad_alloc&) {
-    reason = msg::kDataSize;
-    return -1;
-  }
-  s = std::move(*fresh);
-  return 0;
+  return ReadIntoFresh(s, reason, [&](model::Spectrum2D& fresh) { ReadFile2D(file, fresh); });
 }
 
 }  // namespace velk::formats

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
 #include "core/bytes.h"
 #include "core/text.h"
 #include "formats/elements.h"
+#include "formats/read_result.h"
 #include "formats/varian/messages.h"
 
 namespace velk::formats {
@@ -18,9 +18,7 @@ using core::ByteOrder;
 constexpr std::uint64_t kFileHeader = 32;
 constexpr std::uint64_t kBlockHeader = 28;
 
-struct Failure {
-  std::string reason;
-};
+using Failure = ReadFailure;
 
 struct Layout {
   std::int64_t blocks = 0, traces = 0, elements = 0, traceBytes = 0, blockStride = 0;
@@ -118,23 +116,6 @@ void Allocate2D(model::Spectrum2D& s, std::int64_t columns, std::int64_t rows) {
     throw Failure{msg::kDataSize};
 }
 
-// Runs a reader into a fresh record, which replaces the caller's only when everything went well.
-template <class Record, class Body>
-int Guarded(Record& s, std::string& reason, Body body) {
-  auto fresh = std::make_unique<Record>();
-  try {
-    body(*fresh);
-  } catch (const Failure& failure) {
-    reason = failure.reason;
-    return -1;
-  } catch (const std::bad_alloc&) {
-    reason = msg::kDataSize;
-    return -1;
-  }
-  s = std::move(*fresh);
-  return 0;
-}
-
 // Processed files hold the spectrum from its high-frequency end: it is turned so that index 0
 // is the low-frequency end. "data" has two values a point, "phasefile" one.
 int ValuesPerPoint(const std::filesystem::path& file) {
@@ -145,7 +126,7 @@ int ValuesPerPoint(const std::filesystem::path& file) {
 
 int ReadDataVarian(const std::filesystem::path& file, const VarianParameters& p, model::Spectrum1D& s,
                    std::string& reason) {
-  return Guarded(s, reason, [&](model::Spectrum1D& out) {
+  return ReadIntoFresh(s, reason, [&](model::Spectrum1D& out) {
     const std::vector<std::uint8_t> bytes = Load(file);
     const Layout l = ReadLayout(bytes);
     const std::int64_t n = l.elements / 2;
@@ -171,7 +152,7 @@ int ReadDataVarian(const std::filesystem::path& file, const VarianParameters& p,
 
 int ReadDataVarianProc(const std::filesystem::path& file, const VarianParameters& p, model::Spectrum1D& s,
                        std::string& reason) {
-  return Guarded(s, reason, [&](model::Spectrum1D& out) {
+  return ReadIntoFresh(s, reason, [&](model::Spectrum1D& out) {
     const std::vector<std::uint8_t> bytes = Load(file);
     const Layout l = ReadLayout(bytes);
     const int perPoint = ValuesPerPoint(file);
@@ -203,7 +184,7 @@ int ReadDataVarianProc(const std::filesystem::path& file, const VarianParameters
 
 int ReadDataVarian2D(const std::filesystem::path& file, const VarianParameters& p, int pulseModeClass,
                      model::Spectrum2D& s, std::string& reason) {
-  return Guarded(s, reason, [&](model::Spectrum2D& out) {
+  return ReadIntoFresh(s, reason, [&](model::Spectrum2D& out) {
     const std::vector<std::uint8_t> bytes = Load(file);
     const Layout l = ReadLayout(bytes);
     const std::int64_t blocks = BlocksPresent(bytes, l);
@@ -247,7 +228,7 @@ int ReadDataVarian2D(const std::filesystem::path& file, const VarianParameters& 
 
 int ReadDataVarianProc2D(const std::filesystem::path& file, const VarianParameters& p, model::Spectrum2D& s,
                          std::string& reason) {
-  return Guarded(s, reason, [&](model::Spectrum2D& out) {
+  return ReadIntoFresh(s, reason, [&](model::Spectrum2D& out) {
     const std::vector<std::uint8_t> bytes = Load(file);
     const Layout l = ReadLayout(bytes);
     const int perPoint = ValuesPerPoint(file);

@@ -1,6 +1,7 @@
 // The entries of the format table for Varian folders: ".VARF" (fid) and ".VARD" (data, phasefile).
 #include "formats/varian/entry.h"
 
+#include "formats/read_result.h"
 #include "formats/varian/data.h"
 #include "formats/varian/messages.h"
 #include "core/text.h"
@@ -52,12 +53,7 @@ Loaded Parameters(const model::DetectedFile& file) {
 
 platform::Outcome Finish(int code, const std::string& reason, const char* tag, const model::DetectedFile& file,
                          model::ReadContext& context) {
-  if (code == 0) {
-    if (context.log) context.log("Read", file.path.string());
-    return {};
-  }
-  if (context.log) context.log(std::string(tag) + std::to_string(code) + ")", file.path.string());
-  return {code, {msg::kTitle, reason}};
+  return FinishRead(code, reason, tag, msg::kTitle, file, context);
 }
 
 template <class Record, class Reader>
