@@ -116,9 +116,9 @@ TEST(JcampReader, XydataSpectrumMatchesItsYLimitsAndHzAxis) {
   EXPECT_NEAR(Largest(re), 0.0037350698839873075, yFactor);
   EXPECT_NEAR(Smallest(re), -3.2344909413950517774e-05, yFactor);
   EXPECT_NEAR(re[n - 1], 9.4438801170326769352e-06, yFactor);
-  // Hz from 0 ppm; the step uses the 0 ppm frequency, 1e-4 below the observe frequency.
-  EXPECT_NEAR(s->axisPpm[0], -2573.7322937460799 / 100.525303325165, 0.03);
-  EXPECT_NEAR(s->axisPpm[n - 1], 22678.792958779202 / 100.525303325165, 0.03);
+  // Hz from 0 ppm, divided by the observe frequency.
+  EXPECT_NEAR(s->axisPpm[0], -2573.7322937460799 / 100.525303325165, 1e-6);
+  EXPECT_NEAR(s->axisPpm[n - 1], 22678.792958779202 / 100.525303325165, 1e-6);
 }
 
 TEST(JcampReader, FidPagesBecomeAScaledPowerOfTwoFid) {

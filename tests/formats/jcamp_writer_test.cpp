@@ -6,6 +6,7 @@
 
 #include "formats/jcamp/reader.h"
 #include "formats/jcamp/writer.h"
+#include "model/trace.h"
 #include "support/corpus.h"
 #include "support/temp_folder.h"
 
@@ -65,8 +66,8 @@ void ExpectReadsBack(const model::Spectrum1D& written, const std::filesystem::pa
       ASSERT_NEAR(back.im[i], written.im[i], 0.5f * imStep + 1e-6f * std::fabs(written.im[i])) << i;
     }
   }
-  EXPECT_NEAR(back.axisPpm[0], written.axisPpm[0], 1e-4);
-  EXPECT_NEAR(back.axisPpm[n - 1], written.axisPpm[n - 1], 1e-3);
+  EXPECT_NEAR(back.axisPpm[0], written.axisPpm[0], 1e-6);
+  EXPECT_NEAR(back.axisPpm[n - 1], written.axisPpm[n - 1], 1e-6);
   EXPECT_EQ(back.params.OBNUC, written.params.OBNUC);
   EXPECT_EQ(back.params.EXMOD, written.params.EXMOD);
   EXPECT_EQ(back.params.SCANS, written.params.SCANS);
@@ -108,6 +109,28 @@ TEST(JcampWriter, CorpusSpectrumSurvivesARoundTrip) {
   model::Spectrum1D empty;
   EXPECT_EQ(WriteDataJCAMPDX(folder / "empty.dx", empty, reason), -1);
   EXPECT_FALSE(std::filesystem::exists(folder / "empty.dx"));
+}
+
+}  // namespace velk::formats
+
+namespace velk::formats {
+
+// A 2D spectrum's traces written as 1D JCAMP files read back with their values and ppm axis.
+TEST(JcampWriter, TracesOfA2DSpectrumReadBack) {
+  model::Spectrum2D cosy;
+  std::string reason;
+  ASSERT_EQ(ReadDataJCAMP2D(test::CorpusPath("jcamp/Rutin_3080ug200uL_DMSOd6_HSQC_400MHz_JDX.jdx"), cosy, reason), 0);
+  test::TempFolder folder;
+  for (const int axis : {model::F2, model::F1}) {
+    model::Spectrum1D trace;
+    ASSERT_EQ(model::TraceAsSpectrum1D(cosy, axis, 1000, trace), 0);
+    EXPECT_EQ(trace.params.POINT, cosy.axis[axis].Point);
+    EXPECT_EQ(trace.re[17], axis == model::F2 ? cosy.RR.at(17, 1000) : cosy.RR.at(1000, 17));
+    ASSERT_EQ(WriteDataJCAMPDX(folder / "trace.jdx", trace, reason), 0) << reason;
+    ExpectReadsBack(trace, folder / "trace.jdx", false);
+  }
+  model::Spectrum1D outside;
+  EXPECT_EQ(model::TraceAsSpectrum1D(cosy, model::F2, cosy.axis[model::F1].Point, outside), 1);
 }
 
 }  // namespace velk::formats

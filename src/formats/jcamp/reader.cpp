@@ -187,8 +187,10 @@ void ConvertSpectrum(const Session& session, model::Spectrum1D& s) {
   const double hzPerPoint = hz ? std::fabs(step) : std::fabs(step) * sfo;
   double offset = hz ? lowX / sfo : lowX;
   const double sweep = hzPerPoint * static_cast<double>(n);
-  const double zeroPpmMHz = (sfo - sweep * 0.5 * 1e-6) / (offset * 1e-6 + 1);
-  const double ppmStep = hzPerPoint / zeroPpmMHz;
+  // Hz become ppm through the observe frequency, as the exchange format defines and as every
+  // writer (this program's too) turns ppm into Hz. Taking the spectrum's centre for the observe
+  // frequency instead would stretch the axis by half the width over the frequency (1e-4 on 13C).
+  const double ppmStep = hzPerPoint / sfo;
   const bool turned = step < 0;
   if (session.header.shiftReference) {
     const auto [point, ppm] = *session.header.shiftReference;
