@@ -39,6 +39,8 @@ TEST(Asdf, EveryFormDecodesAndTheYCheckReplacesTheLastValue) {
   EXPECT_FALSE(ok);
   Decode({"0 A1!"}, 4, &ok);
   EXPECT_FALSE(ok);
+  Decode({"0 1E+999"}, 4, &ok);
+  EXPECT_FALSE(ok);
 }
 
 TEST(Asdf, EncodedFormsMatchTheirTables) {

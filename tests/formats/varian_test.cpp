@@ -247,6 +247,15 @@ TEST(Varian, PhasefileBecomesTheRealPlane) {
   EXPECT_EQ(s.axis[model::F1].Point, 6);
   EXPECT_EQ(s.RR.at(15, 5), Pattern(0, 0));
   EXPECT_EQ(s.RR.at(0, 0), Pattern(5, 15));
+  // A 1D "data" file: pairs of values, the first trace only, the ppm axis from rfl and rfp.
+  WriteFid(folder / "data", Blocks(1, 64), Elements::Float);
+  model::Spectrum1D one;
+  ASSERT_EQ(ReadDataVarianProc(folder / "data", *p, one, reason), 0) << reason;
+  ASSERT_EQ(one.params.POINT, 32);
+  EXPECT_EQ(one.re[0], Pattern(0, 62));
+  EXPECT_EQ(one.im[0], Pattern(0, 63));
+  EXPECT_EQ(one.params.SMTMS, 8);  // rfl 1000 Hz at 4000/32 Hz a point
+  EXPECT_NEAR(one.axisPpm[8], 0.0, 1e-9);
 }
 
 }  // namespace velk::formats

@@ -54,7 +54,7 @@ const CharClass& ClassOf(const char* line, std::size_t at) {
 }
 
 // Digits, an optional fraction and an optional exponent ("E" with a sign) from position on.
-// Returns false for a second decimal point.
+// Returns false for a second decimal point and for a number beyond the doubles.
 bool ReadMagnitude(const char* line, std::size_t& p, std::uint64_t leading, bool haveLeading, double& magnitude) {
   std::uint64_t mantissa = leading;
   int digits = haveLeading ? 1 : 0;
@@ -91,7 +91,7 @@ bool ReadMagnitude(const char* line, std::size_t& p, std::uint64_t leading, bool
     exponent += sign * power;
   }
   magnitude = Scale(static_cast<double>(mantissa), exponent);
-  return true;
+  return std::isfinite(magnitude);  // an exponent beyond the doubles is no number of a spectrum
 }
 
 }  // namespace
