@@ -74,6 +74,17 @@ TEST(JcampReader, NtuplesSpectrumDecodesToTheValuesItsHeaderStates) {
   EXPECT_EQ(s->params.OBNUC, "1H");
   EXPECT_EQ(s->params.EXMOD, "zg30");
   EXPECT_EQ(s->params.SCANS, 32);
+  // Without "##.SHIFT REFERENCE" Bruker's "##$OFFSET" places the first point.
+  std::ifstream in(test::CorpusPath("jcamp/aspirin-1h.dx"), std::ios::binary);
+  std::stringstream whole;
+  whole << in.rdbuf();
+  std::string text = whole.str();
+  text.erase(text.find("##.SHIFT REFERENCE"), 2);
+  test::TempFolder folder;
+  model::Spectrum1D older;
+  std::string reason;
+  ASSERT_EQ(ReadDataJCAMP(folder.Write("older.dx", text), older, reason), 0) << reason;
+  EXPECT_NEAR(older.axisPpm[n - 1], 15.47866, 1e-6);
 }
 
 // TopSpin's own 1r of the same aspirin sample (32-bit little-endian integers, the first point at

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "core/bytes.h"
 #include "core/text.h"
@@ -32,6 +33,7 @@ struct Session {
   std::vector<double> real, imag;
   std::size_t count = 0;
   bool haveReal = false;
+  std::optional<double> brukerOffset;
 };
 
 using Failure = ReadFailure;
@@ -58,7 +60,9 @@ void EnterJeolSection(TextCursor& cursor, model::Spectrum1D& s) {
   }
 }
 
-void EnterBrukerSection(TextCursor& cursor, model::Spectrum1D& s) {
+// Bruker's "##$OFFSET" is the shift of the first point of a processed spectrum: older exports
+// carry it without a "##.SHIFT REFERENCE".
+void EnterBrukerSection(TextCursor& cursor, model::Spectrum1D& s, std::optional<double>& firstPointPpm) {
   for (;;) {
     const std::size_t start = cursor.position;
     const std::string line = core::Trim(ReadTextLine(cursor));
@@ -69,6 +73,7 @@ void EnterBrukerSection(TextCursor& cursor, model::Spectrum1D& s) {
       cursor.position = start;
       return;
     }
+    if (upper.starts_with("##$OFFSET=")) firstPointPpm = ParseNumber(line.substr(10));
     ReadParaBruJcamp(line, cursor, s);
   }
 }
@@ -228,7 +233,7 @@ void ReadFile(const std::filesystem::path& file, model::Spectrum1D& s) {
     if (key == "$$JEOLSPECIFICPARAMETERS" || key == "$$NMRSPECIFICPARAMETERS") {
       EnterJeolSection(cursor, s);
     } else if (key == "$$BRUKERSPECIFICPARAMETERS") {
-      EnterBrukerSection(cursor, s);
+      EnterBrukerSection(cursor, s, session.brukerOffset);
     } else if (TakeHeaderLabel(key, label, line, session.header)) {
       const std::string& type = session.header.dataType;
       if (key == "##DATATYPE" && type.find("LINK") == std::string::npos) {
@@ -245,6 +250,8 @@ void ReadFile(const std::filesystem::path& file, model::Spectrum1D& s) {
   if (!ended) throw Failure{msg::kTruncated};
   if (!(session.header.observeMHz > 0)) throw Failure{msg::kNoFrequency};
   ApplyHeader(session.header, s);
+  if (!session.header.shiftReference && session.brukerOffset)
+    session.header.shiftReference = std::pair{1.0, *session.brukerOffset};
   if (session.fid) ConvertFid(session, session.header.acquisitionClass, s);
   else ConvertSpectrum(session, s);
 }
