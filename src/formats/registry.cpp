@@ -4,6 +4,7 @@
 
 #include "formats/jcamp/reader.h"
 #include "formats/varian/entry.h"
+#include "native/ver4_file.h"
 
 namespace velk::formats {
 
@@ -15,6 +16,8 @@ model::FormatTable Formats() {
       model::FormatEntry{".JDX", model::kJcamp, ReadModeJcampEntry, ReadJcamp2DEntry, ReadJcamp1DEntry},
       model::FormatEntry{".VARF", model::kVarian, ReadModeVarianFid, ReadVarian2DFid, ReadVarian1DFid},
       model::FormatEntry{".VARD", model::kVarian, ReadModeVarianData, ReadVarian2DData, ReadVarian1DData},
+      model::FormatEntry{".VLK1", model::kVer4, native::ReadModeR4, native::Read2DEntryR4, native::Read1DEntryR4},
+      model::FormatEntry{".VLK2", model::kVer4, native::ReadModeR4, native::Read2DEntryR4, native::Read1DEntryR4},
   };
   return kEntries;
 }
