@@ -15,6 +15,7 @@
 #include "model/data_type.h"
 #include "model/spectrum.h"
 #include "platform/qt/picture_file.h"
+#include "processing/sequence.h"
 
 namespace velk::cli {
 namespace {
@@ -84,6 +85,20 @@ std::optional<display::DisplayState> MakeView(const model::Spectrum2D& s, const 
   return v;
 }
 
+// A raw FID is transformed as the FT window would do it on "Execute 2D-FFT(No LP)" right after
+// opening: the settings the record brings, the initial F1 phase of its class, no zero filling.
+processing::SequenceResult ProcessWithDefaults(LoadedData& data) {
+  model::Spectrum2D& s = *data.twoD;
+  processing::SequenceSettings settings =
+      processing::MakeSequenceSettings(s, data.words.pulseModeClass, model::FormatOf(data.words.dataTypeCode));
+  processing::InitialF1Phase(s, settings, data.detection.modeText);
+  platform::NoProgress progress;
+  std::vector<std::string> list;
+  const processing::SequenceResult result = processing::Execute2DFft(s, settings, {progress, list});
+  if (result.code == 0) data.words.dataTypeCode |= model::kProcessedBit;
+  return result;
+}
+
 int Fail(const std::string& path, const std::string& text, int status) {
   std::cerr << "velk2d-cli plot: " << path << ": " << text << "\n";
   return status;
@@ -101,8 +116,10 @@ int RunPlot(const PlotOptions& o) {
   LoadedData data = LoadAnyFile(o.input, prompt);
   if (data.status != 0) return Fail(o.input, data.error, data.status);
   if (!data.twoD) return Fail(o.input, "not a 2D data set", 1);
-  if (!model::IsProcessed(data.words.dataTypeCode))
-    return Fail(o.input, "a raw FID: the 2D transform is not part of this build yet", 1);
+  if (!model::IsProcessed(data.words.dataTypeCode)) {
+    const processing::SequenceResult done = ProcessWithDefaults(data);
+    if (done.code != 0) return Fail(o.input, done.message.title + ": " + done.message.text, 1);
+  }
   model::Spectrum2D& s = *data.twoD;
   if (s.axis[model::F2].Point < 3 || s.axis[model::F1].Point < 3 ||
       static_cast<int>(s.ppmF2.size()) < s.axis[model::F2].Point ||

@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <QColor>
+#include <QImage>
 #include <fstream>
 
 #include "model/data_type.h"
 #include "native/ver4_file.h"
+#include "support/corpus.h"
 #include "support/run_cli.h"
 #include "support/synthetic_2d.h"
 #include "support/temp_folder.h"
@@ -36,6 +39,36 @@ TEST(PlotCommand, DrawsASavedSpectrumInEveryPictureKind) {
   EXPECT_EQ(outside.exitStatus, 2);
   EXPECT_NE(outside.err.find("outside the spectrum"), std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(folder / "b.png"));
+}
+
+// The edited HSQC of the corpus: CH and CH3 positive, CH2 negative. Filled with 16 steps, the
+// positive levels are orange and red, the negative ones green and blue.
+TEST(PlotCommand, PhaseSensitiveHsqcShowsBothSignsInTheirColours) {
+  TempFolder folder;
+  const auto in = CorpusPath("bruker/cyclosporin_hsqc/3/pdata/1/2rr");
+  const CliRun run = RunCli("plot " + Quoted(in.string()) + " -o " + Quoted((folder / "h.png").string()) +
+                            " --mode filled --lower 0.05 --f2 6,0 --f1 10,70");
+  ASSERT_EQ(run.exitStatus, 0) << run.err;
+  const QImage image(QString::fromStdString((folder / "h.png").string()));
+  ASSERT_EQ(image.width(), 1024);
+  int positive = 0, negative = 0;
+  for (int y = 160; y < 930; ++y)  // the contour area, not the level bar at the left
+    for (int x = 300; x < 880; ++x) {
+      const QColor c(image.pixel(x, y));
+      positive += c == QColor(255, 0, 0) || c == QColor(255, 128, 0);
+      negative += c == QColor(0, 255, 0) || c == QColor(0, 0, 255);
+    }
+  EXPECT_GT(positive, 1000);
+  EXPECT_GT(negative, 300);
+}
+
+// A raw FID is transformed with the default settings before it is drawn.
+TEST(PlotCommand, RawCosyIsTransformedFirst) {
+  TempFolder folder;
+  const auto in = CorpusPath("bruker/cyclosporin_cosy/1/ser");
+  const CliRun run = RunCli("plot " + Quoted(in.string()) + " -o " + Quoted((folder / "c.svg").string()));
+  EXPECT_EQ(run.exitStatus, 0) << run.err;
+  EXPECT_TRUE(std::filesystem::exists(folder / "c.svg"));
 }
 
 TEST(PlotCommand, RefusesWhatItCannotDrawWithoutWritingAPicture) {
