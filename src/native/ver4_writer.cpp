@@ -143,12 +143,10 @@ Outcome WriteDataR4(const std::filesystem::path& file, const model::Spectrum2D& 
 
 Outcome WriteDataR4(const std::filesystem::path& file, const model::Spectrum1D& s, const WriteOptions& options) {
   const std::string name = file.string();
-  model::Spectrum1D repaired = s;
-  model::RepairBeforeWrite1D(repaired, s.absFreq0ppm);
   FileSink head = Header(name);
   FileSink tail{kHeaderSize, {}};
   const MutableBytes header(head.bytes);
-  StoreEntry(header, OneDEntryAt(0), Write1DSection(tail, SetTag(0), repaired, name));
+  StoreEntry(header, OneDEntryAt(0), Write1DSection(tail, SetTag(0), s, name));
   WriteCarriedSets(tail, header, s.carried.sections, 1, false);
   WriteFileSections(tail, header, s.carried.sections, {s.texts.fftUser, s.firstFftDate, s.history});
   const Bytes parts[2] = {head.bytes, tail.bytes};
