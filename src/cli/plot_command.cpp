@@ -1,7 +1,6 @@
 // velk2d-cli plot: the picture of a 2D spectrum as the main window shows it (contour, axes,
 // traces, level bar), written as PNG, BMP, SVG or PDF.
 #include <algorithm>
-#include <cmath>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -38,25 +37,6 @@ bool ParseSize(const std::string& text, platform::Extent& size) {
   std::istringstream in(text);
   return (in >> size.width >> x >> size.height) && (x == 'x' || x == 'X') && in.peek() == EOF && size.width >= 64 &&
          size.height >= 64 && size.width <= 16384 && size.height <= 16384;
-}
-
-// The largest magnitude of the shown number: the limits are fractions of it, so that spectra
-// stored on any scale show the same levels as one normalised to 1.0.
-float FullScale(const model::Spectrum2D& s, int pulseModeClass, const display::ContourSetting& setting) {
-  const display::ShownValue kind = display::ShownValueOf(pulseModeClass, setting);
-  double largest = 0;
-  for (int r = 0; r < s.axis[model::F1].Point; ++r)
-    for (int c = 0; c < s.axis[model::F2].Point; ++c) {
-      double v = s.RR.at(c, r);
-      if (kind != display::ShownValue::Signed) {
-        double sum = v * v + static_cast<double>(s.IR.at(c, r)) * s.IR.at(c, r);
-        if (kind == display::ShownValue::FourQuadrant)
-          sum += static_cast<double>(s.RI.at(c, r)) * s.RI.at(c, r) + static_cast<double>(s.II.at(c, r)) * s.II.at(c, r);
-        v = std::sqrt(sum);
-      }
-      if (std::isfinite(v)) largest = std::max(largest, std::fabs(v));
-    }
-  return largest > 0 ? static_cast<float>(largest) : 1.0f;
 }
 
 std::string AxisCaption(const char* axis, const std::string& nucleus) {
@@ -131,7 +111,10 @@ int RunPlot(const PlotOptions& o) {
   setting.Interval = o.spacing;
   setting.DisplayMode = o.mode == "filled" ? display::kFilled : display::kLines;
   const int pulseModeClass = data.words.pulseModeClass;
-  const float full = FullScale(s, pulseModeClass, setting);
+  // The limits are fractions of the largest value, so that spectra stored on any scale show the
+  // same levels as one normalised to 1.0.
+  const float largest = display::LargestShownMagnitude(s, pulseModeClass, setting);
+  const float full = largest > 0 ? largest : 1.0f;
   s.UpperLimit = static_cast<float>(o.upper * full);
   s.LowerLimit = static_cast<float>(o.lower * full);
 

@@ -107,21 +107,11 @@ std::vector<float> AxisPositions(const std::vector<float>& ppm, int first, int i
 
 // One data row of the shown number, from column first to first + intervals.
 void ShownRow(const GridSource& src, ShownValue kind, int row, int first, int intervals, std::vector<float>& out) {
-  const model::Spectrum2D& s = src.spectrum;
-  const float* rr = s.RR.row(row).data() + first;
   if (kind == ShownValue::Signed) {
-    std::copy_n(rr, intervals + 1, out.begin());
+    std::copy_n(src.spectrum.RR.row(row).data() + first, intervals + 1, out.begin());
     return;
   }
-  const float* ir = s.IR.row(row).data() + first;
-  const float* ri = s.RI.row(row).data() + first;
-  const float* ii = s.II.row(row).data() + first;
-  for (int i = 0; i <= intervals; ++i) {
-    double sum = static_cast<double>(rr[i]) * rr[i] + static_cast<double>(ir[i]) * ir[i];
-    if (kind == ShownValue::FourQuadrant)
-      sum += static_cast<double>(ri[i]) * ri[i] + static_cast<double>(ii[i]) * ii[i];
-    out[i] = static_cast<float>(std::sqrt(sum));
-  }
+  for (int i = 0; i <= intervals; ++i) out[i] = ShownValueAt(src.spectrum, kind, first + i, row);
 }
 
 bool PlaneHolds(const model::Plane& p, int colLast, int rowLast) {
@@ -134,13 +124,42 @@ bool DataCover(const GridSource& src, ShownValue kind, int colFirst, int colLast
   if (colFirst < 0 || rowFirst < 0 || colLast >= s.axis[model::F2].Point || rowLast >= s.axis[model::F1].Point)
     return false;
   if (static_cast<int>(s.ppmF2.size()) <= colLast || static_cast<int>(s.ppmF1.size()) <= rowLast) return false;
-  if (!PlaneHolds(s.RR, colLast, rowLast)) return false;
+  return HoldsShownValues(s, kind, colLast, rowLast);
+}
+
+}  // namespace
+
+bool HoldsShownValues(const model::Spectrum2D& s, ShownValue kind, int colLast, int rowLast) {
+  if (colLast < 0 || rowLast < 0 || !PlaneHolds(s.RR, colLast, rowLast)) return false;
   if (kind == ShownValue::Signed) return true;
   if (!PlaneHolds(s.IR, colLast, rowLast)) return false;
   return kind == ShownValue::TwoQuadrant || (PlaneHolds(s.RI, colLast, rowLast) && PlaneHolds(s.II, colLast, rowLast));
 }
 
-}  // namespace
+float ShownValueAt(const model::Spectrum2D& s, ShownValue kind, int col, int row) {
+  const double rr = s.RR.at(col, row);
+  if (kind == ShownValue::Signed) return static_cast<float>(rr);
+  const double ir = s.IR.at(col, row);
+  double sum = rr * rr + ir * ir;
+  if (kind == ShownValue::FourQuadrant) {
+    const double ri = s.RI.at(col, row), ii = s.II.at(col, row);
+    sum += ri * ri + ii * ii;
+  }
+  return static_cast<float>(std::sqrt(sum));
+}
+
+float LargestShownMagnitude(const model::Spectrum2D& s, int pulseModeClass, const ContourSetting& setting) {
+  const ShownValue kind = ShownValueOf(pulseModeClass, setting);
+  const int cols = s.axis[model::F2].Point, rows = s.axis[model::F1].Point;
+  if (!HoldsShownValues(s, kind, cols - 1, rows - 1)) return 0.0f;
+  float largest = 0.0f;
+  for (int r = 0; r < rows; ++r)
+    for (int c = 0; c < cols; ++c) {
+      const float v = std::fabs(ShownValueAt(s, kind, c, r));
+      if (v > largest) largest = v;  // false for a NaN
+    }
+  return largest;
+}
 
 ShownValue ShownValueOf(int pulseModeClass, const ContourSetting& setting) {
   if (pulseModeClass == model::VPH_HMBC) return ShownValue::TwoQuadrant;

@@ -14,6 +14,14 @@ enum class ShownValue {
 };
 ShownValue ShownValueOf(int pulseModeClass, const ContourSetting& setting);
 
+// Whether the planes that the kind needs hold data points 0..colLast, 0..rowLast.
+bool HoldsShownValues(const model::Spectrum2D& s, ShownValue kind, int colLast, int rowLast);
+// The shown number at one data point (squares in double precision, rounded to float).
+float ShownValueAt(const model::Spectrum2D& s, ShownValue kind, int col, int row);
+// The largest magnitude of the shown number over all data points (NaNs passed over); 0 when
+// the planes do not hold the points.
+float LargestShownMagnitude(const model::Spectrum2D& s, int pulseModeClass, const ContourSetting& setting);
+
 // What the grid is made from.
 struct GridSource {
   const model::Spectrum2D& spectrum;

@@ -10,33 +10,13 @@
 namespace velk::display {
 namespace {
 
-// The shown number at one point, as the projections see it.
-float Shown(const model::Spectrum2D& s, ShownValue kind, int col, int row) {
-  const double rr = s.RR.at(col, row);
-  if (kind == ShownValue::Signed) return static_cast<float>(rr);
-  const double ir = s.IR.at(col, row);
-  double sum = rr * rr + ir * ir;
-  if (kind == ShownValue::FourQuadrant) {
-    const double ri = s.RI.at(col, row), ii = s.II.at(col, row);
-    sum += ri * ri + ii * ii;
-  }
-  return static_cast<float>(std::sqrt(sum));
-}
-
-bool Holds(const model::Plane& p, int cols, int rows) {
-  return cols <= p.stride && rows <= p.rows && p.data.size() >= static_cast<std::size_t>(p.stride) * p.rows;
-}
-
 Projection Project(const model::Spectrum2D& s, int pulseModeClass, const ContourSetting& setting, bool withNegative,
                    bool alongF1) {
   const int cols = s.axis[model::F2].Point;
   const int rows = s.axis[model::F1].Point;
   const ShownValue kind = ShownValueOf(pulseModeClass, setting);
   Projection p;
-  const bool quadrants = kind == ShownValue::Signed || (Holds(s.IR, cols, rows) &&
-                                                      (kind == ShownValue::TwoQuadrant ||
-                                                       (Holds(s.RI, cols, rows) && Holds(s.II, cols, rows))));
-  if (cols < 1 || rows < 1 || !Holds(s.RR, cols, rows) || !quadrants) return p;
+  if (!HoldsShownValues(s, kind, cols - 1, rows - 1)) return p;
   const int n = alongF1 ? cols : rows;
   const bool both = withNegative && kind == ShownValue::Signed;
   p.positive.assign(n, -INFINITY);
@@ -44,7 +24,7 @@ Projection Project(const model::Spectrum2D& s, int pulseModeClass, const Contour
   // Row by row, so that the plane is read in the order it is stored.
   for (int r = 0; r < rows; ++r)
     for (int c = 0; c < cols; ++c) {
-      const float v = Shown(s, kind, c, r);
+      const float v = ShownValueAt(s, kind, c, r);
       const int i = alongF1 ? c : r;
       p.positive[i] = std::max(p.positive[i], v);
       if (both) p.negative[i] = std::min(p.negative[i], v);
@@ -68,14 +48,14 @@ Projection MakeProjectionF1(const model::Spectrum2D& s, int pulseModeClass, cons
 
 std::vector<float> SliceAlongF2(const model::Spectrum2D& s, int row) {
   const int cols = s.axis[model::F2].Point;
-  if (row < 0 || row >= s.axis[model::F1].Point || !Holds(s.RR, cols, row + 1)) return {};
+  if (row < 0 || row >= s.axis[model::F1].Point || !HoldsShownValues(s, ShownValue::Signed, cols - 1, row)) return {};
   const auto line = s.RR.row(row);
   return {line.begin(), line.begin() + cols};
 }
 
 std::vector<float> SliceAlongF1(const model::Spectrum2D& s, int column) {
   const int rows = s.axis[model::F1].Point;
-  if (column < 0 || column >= s.axis[model::F2].Point || !Holds(s.RR, column + 1, rows)) return {};
+  if (column < 0 || column >= s.axis[model::F2].Point || !HoldsShownValues(s, ShownValue::Signed, column, rows - 1)) return {};
   std::vector<float> out(rows);
   for (int r = 0; r < rows; ++r) out[r] = s.RR.at(column, r);
   return out;
