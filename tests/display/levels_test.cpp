@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include "display/contour_view.h"
 #include "display/levels.h"
 #include "model/data_type.h"
+#include "support/recording_surface.h"
 
 namespace velk::display {
 namespace {
@@ -91,6 +93,33 @@ TEST(LevelList, PercentLinesAlignedOnThePoint) {
   ASSERT_EQ(lines.size(), 4u);
   EXPECT_EQ(lines[0], "100.000000 %");
   EXPECT_EQ(lines[3], "  1.000000 %");
+}
+
+TEST(LevelBar, BandsOutwardFromTheMiddleAndBottomOnlyWithANegativeSide) {
+  LevelTable t;
+  ContourSetting setting;  // 4 steps: 2 positive bands, the middle one, 2 negative bands
+  BuildLevelTable(t, setting, 1.0f, 0.1f, model::VPH_HOMO);
+  test::RecordingSurface s;
+  DrawLevelBar(s, {0, 0, 90, 500}, t, setting, model::VPH_HOMO, {});
+  std::vector<std::pair<int, platform::Color>> filled;  // top of each filled band, its colour
+  platform::Color brush = 0;
+  for (const auto& c : s.calls) {
+    if (c.kind == test::Recorded::Brush) brush = c.color;
+    if (c.kind == test::Recorded::NoBrush) brush = platform::kWhite;
+    if (c.kind == test::Recorded::Polygon && brush != platform::kWhite) filled.push_back({c.points[0].y, brush});
+  }
+  // 1000 / 5 = 200 per band (100 pixels), the middle band at 400..600: the lowest positive level
+  // (Palette[4]) just above it, the highest at the top; the negative ones below, the deepest last.
+  EXPECT_EQ(filled, (std::vector<std::pair<int, platform::Color>>{
+                        {100, setting.Palette[4]}, {300, setting.Palette[11]}, {0, setting.Palette[0]}, {400, setting.Palette[15]}}));
+  std::vector<std::string> texts;
+  for (const auto* c : s.Of(test::Recorded::Text)) texts.push_back(c->text);
+  EXPECT_EQ(texts, (std::vector<std::string>{"Top", "0", "Bottom"}));
+
+  test::RecordingSurface magnitude;
+  BuildLevelTable(t, setting, 1.0f, 0.1f, model::V_HOMO);
+  DrawLevelBar(magnitude, {0, 0, 90, 500}, t, setting, model::V_HOMO, {});
+  EXPECT_EQ(magnitude.Of(test::Recorded::Text).size(), 2u);
 }
 
 TEST(Limits, EntryAndArrowsKeepUpperAboveLower) {
