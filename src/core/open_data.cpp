@@ -123,7 +123,7 @@ OpenResult Open(Session& session, SessionServices& services, std::optional<std::
   for (;;) {
     if (!name) name = services.prompt.ChooseFile("Read Data", ReadFilters(own), false);
     if (!name) return OpenResult::Cancelled;
-    const model::Detection d = model::TypeDetector(*name, services.formats, own);
+    const model::Detection d = model::TypeDetector(*name, services.formats, own, &services.prompt);
     const int path = d.code < 0 ? -1 : d.code & ~0xFF;
     if (path != 0x2000 && path != 0x2100) {
       if (services.prompt.Ask(messages::NotTwoDimensional()) != Answer::Retry) return OpenResult::Cancelled;

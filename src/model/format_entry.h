@@ -25,6 +25,8 @@ struct DetectedFile {
   std::string extension;        // upper case, with the dot
   std::string extensionWord;    // ".BRUF", ".ECP", ".VLK2" ...
   std::string contentText;      // what ReadDataMode found ("ECP", "VLMX_2" ...)
+  // Who answers a header probe's question (Varian: 2D or arrayed data); none gives the default.
+  platform::Prompt* prompt = nullptr;
 };
 
 // The answer of a format's header probe. modeText starts with "V" for a 2D set, "1D" for a 1D set.

@@ -189,10 +189,12 @@ int ReadDataMode(const fs::path& path, std::string& typeText) {
   return 0;
 }
 
-Detection TypeDetector(const fs::path& path, FormatTable formats, const std::vector<UserExtension>& userExtensions) {
+Detection TypeDetector(const fs::path& path, FormatTable formats, const std::vector<UserExtension>& userExtensions,
+                       platform::Prompt* prompt) {
   Detection d;
   DetectedFile& file = d.file;
   file.path = path;
+  file.prompt = prompt;
   std::error_code error;
   if (fs::is_directory(path, error)) {
     if (!DetectFolder(path, file)) {

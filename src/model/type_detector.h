@@ -29,6 +29,6 @@ struct Detection {
 int ReadDataMode(const std::filesystem::path& path, std::string& typeText);
 
 Detection TypeDetector(const std::filesystem::path& path, FormatTable formats,
-                       const std::vector<UserExtension>& userExtensions = {});
+                       const std::vector<UserExtension>& userExtensions = {}, platform::Prompt* prompt = nullptr);
 
 }  // namespace velk::model

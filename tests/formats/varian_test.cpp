@@ -139,6 +139,14 @@ TEST(Varian, RmvAsksOnlyWhereAnArrayMayBeOneDimensional) {
       EXPECT_EQ(prompt.shown[0].text, "2D Data(Yes) or Array Data(No)?");
     }
   }
+  // Opening a folder asks the person at the screen; the command line takes "Yes".
+  WriteProcpar(folder / "procpar", Basic("d1", 5, "H1"));
+  folder.Write("fid", "");
+  test::ScriptedPrompt opening;
+  opening.answers = {platform::Answer::No};
+  EXPECT_EQ(model::TypeDetector(folder.path, Formats(), {}, &opening).code, 0x1006);
+  EXPECT_EQ(model::TypeDetector(folder.path, Formats()).code, 0x2006);
+
   Parameters noFrequency = Basic("", 64);
   noFrequency["sfrq"] = {false, {"0"}};
   WriteProcpar(folder / "procpar", noFrequency);

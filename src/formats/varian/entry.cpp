@@ -12,8 +12,8 @@ namespace {
 
 namespace msg = varian_messages;
 
-// The detector's probe has no one to ask: an array that may be 2D is taken as 2D, the answer
-// "Yes" that the command line also gives.
+// When the detector has no one to ask, an array that may be 2D is taken as 2D, the answer "Yes"
+// that the command line also gives.
 class TwoDimensionalAnswer final : public platform::Prompt {
  public:
   platform::Answer Ask(const platform::Message&) override { return platform::Answer::Yes; }
@@ -27,7 +27,7 @@ model::ModeResult Probe(const model::DetectedFile& file, bool processed) {
   const auto parameters = FindVarianParameterFile(file.path);
   if (!parameters) return {-1, "ERR", false, "", msg::kNoParameters};
   TwoDimensionalAnswer answer;
-  model::ModeResult result = RMV(*parameters, answer);
+  model::ModeResult result = RMV(*parameters, file.prompt ? *file.prompt : answer);
   result.processed = processed;
   return result;
 }
