@@ -8,5 +8,6 @@ namespace velk::cli {
 void AddInfoCommand(CLI::App& app, int& status);
 void AddConvertCommand(CLI::App& app, int& status);
 void AddExportCommand(CLI::App& app, int& status);
+void AddProcessCommand(CLI::App& app, int& status);
 
 }  // namespace velk::cli

@@ -9,6 +9,7 @@ int main(int argc, char** argv) {
   velk::cli::AddInfoCommand(app, status);
   velk::cli::AddConvertCommand(app, status);
   velk::cli::AddExportCommand(app, status);
+  velk::cli::AddProcessCommand(app, status);
   CLI11_PARSE(app, argc, argv);
   return status;
 }
