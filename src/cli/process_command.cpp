@@ -126,7 +126,9 @@ std::string ApplyLp(const std::string& text, bool backward, vp::AxisProcessing& 
     lp.BackwardOn = 1;
     return {};
   }
-  const double factor = keys.count("FACTOR") ? keys["FACTOR"] : 2;
+  // Prediction takes the place of the zero fill on its axis: --zf there gives the extension.
+  const double factor = keys.count("FACTOR") ? keys["FACTOR"] : std::max(2, a.zeroFill);
+  vp::CancelZeroFill(s, settings, axis);
   while (a.lpFactor < factor)
     if (!vp::LpFill(s, settings, axis).ok()) return "the prediction factor makes the data too large";
   return {};
@@ -265,7 +267,7 @@ void AddProcessCommand(CLI::App& app, int& status) {
   command->add_option("--phase-f2", o->phaseF2, "F2 phase P0,P1 in degrees");
   command->add_option("--phase-f1", o->phaseF1, "F1 phase P0,P1 in degrees");
   command->add_option("--fid-shift", o->fidShift, "points dropped from the F2 FID start, or auto (the default search)");
-  command->add_option("--lp-f1", o->lpF1, "forward prediction along F1: forward:order=..,points=..,start=..[,factor=2]");
+  command->add_option("--lp-f1", o->lpF1, "forward prediction along F1: forward:order=..,points=..,start=..[,factor=..] (factor: the --zf of F1, at least 2)");
   command->add_option("--lp-f2", o->lpF2, "forward prediction along F2, as --lp-f1");
   command->add_option("--lp-back-f1", o->lpBackF1, "backward prediction along F1: order=..,points=..,back=..[,check=1]");
   command->add_option("--lp-back-f2", o->lpBackF2, "backward prediction along F2, as --lp-back-f1");

@@ -84,6 +84,14 @@ TEST(ProcessCommand, CosyPeaksStandWhereTheVendorsSpectrumHasThem) {
     EXPECT_LE(std::fabs(nearest->f1 - p.f1), step1) << p.f2 << " " << p.f1;
   }
 
+  // Prediction in place of the zero fill along F1: every column solved, the axis at four times.
+  const CliRun lp = RunCli("process " + Quoted((set / "ser").string()) + " -o " + Quoted(out.string()) +
+                           " --zf 1,4 --lp-f1 forward:order=16,points=48,start=10 --json");
+  ASSERT_EQ(lp.exitStatus, 0) << lp.err;
+  const auto lpJson = nlohmann::json::parse(lp.out);
+  EXPECT_EQ(lpJson["size"]["f1"], 512);
+  EXPECT_EQ(lpJson["prediction_failures"], 0);
+
   EXPECT_EQ(RunCli("process --help").exitStatus, 0);
   const CliRun spectrum = RunCli("process " + Quoted((set / "pdata/1/2rr").string()) + " -o " + Quoted(out.string()));
   EXPECT_EQ(spectrum.exitStatus, 1);
