@@ -6,18 +6,20 @@
 #include "cli/commands.h"
 #include "cli/read_input.h"
 #include "core/text.h"
+#include "formats/alice/alice.h"
 #include "native/ver4_file.h"
 
 namespace velk::cli {
 namespace {
 
-enum class OutputFormat { Unknown, Ver4 };
+enum class OutputFormat { Unknown, Ver4, Alice };
 
 // The written format follows the output name's extension.
 OutputFormat OutputFormatOf(const std::filesystem::path& out) {
   const std::string extension = core::ToUpper(out.extension().string());
   if (extension == ".VLK" || extension == ".VLK1" || extension == ".VLK2" || extension == ".VL1" || extension == ".VL2")
     return OutputFormat::Ver4;
+  if (extension == ".ALS") return OutputFormat::Alice;
   return OutputFormat::Unknown;
 }
 
@@ -32,10 +34,25 @@ struct ConvertOptions {
   bool keepBackup = false;
 };
 
+// Alice files hold one 1D data set, FID or spectrum.
+int WriteAlice(const ConvertOptions& o, const LoadedData& data) {
+  if (!data.oneD) {
+    std::cerr << "velk2d-cli convert: " << o.out << ": an Alice file holds 1D data only\n";
+    return 1;
+  }
+  const platform::Outcome outcome = formats::WriteDataALS(o.out, *data.oneD, model::IsProcessed(data.detection.code));
+  if (!outcome.ok()) {
+    std::cerr << "velk2d-cli convert: " << o.out << ": " << outcome.message.text << "\n";
+    return 2;
+  }
+  std::cout << "wrote " << o.out << " (Alice, 1D)\n";
+  return 0;
+}
+
 int RunConvert(const ConvertOptions& o) {
   const OutputFormat format = OutputFormatOf(o.out);
   if (format == OutputFormat::Unknown) {
-    std::cerr << "velk2d-cli convert: " << o.out << ": unknown output type (use .vlk, .vlk1, .vlk2, .vl1 or .vl2)\n";
+    std::cerr << "velk2d-cli convert: " << o.out << ": unknown output type (use .vlk, .vlk1, .vlk2, .vl1, .vl2 or .als)\n";
     return 2;
   }
   CliPrompt prompt;
@@ -44,6 +61,7 @@ int RunConvert(const ConvertOptions& o) {
     std::cerr << "velk2d-cli convert: " << o.in << ": " << data.error << "\n";
     return data.status;
   }
+  if (format == OutputFormat::Alice) return WriteAlice(o, data);
   static const std::map<std::string, native::SaveMode> kModes{
       {"all", native::SaveMode::AllPlanes}, {"real", native::SaveMode::RealOnly}, {"power", native::SaveMode::PowerSpectrum}};
   const platform::Outcome outcome = WriteVer4(o.out, data, kModes.at(o.mode), o.keepBackup);
@@ -59,10 +77,10 @@ int RunConvert(const ConvertOptions& o) {
 }  // namespace
 
 void AddConvertCommand(CLI::App& app, int& status) {
-  auto* command = app.add_subcommand("convert", "Read any data file the program reads and save it as a Ver.4 file");
+  auto* command = app.add_subcommand("convert", "Read any data file the program reads and save it as a Ver.4 file (or a 1D set as an Alice file)");
   auto options = std::make_shared<ConvertOptions>();
   command->add_option("IN", options->in, "a data file or a vendor's data folder")->required();
-  command->add_option("-o,--output", options->out, "the file to write: .vlk2 (or .vlk, .vlk1, .vl1, .vl2)")->required();
+  command->add_option("-o,--output", options->out, "the file to write: .vlk2 (or .vlk, .vlk1, .vl1, .vl2), or .als for a 1D set")->required();
   command->add_option("--mode", options->mode, "what a phase-sensitive 2D set keeps: all planes, the real plane, or the power spectrum")
       ->check(CLI::IsMember({"all", "real", "power"}));
   command->add_flag("--keep-backup", options->keepBackup,

@@ -5,7 +5,11 @@
 #include <fstream>
 
 #include "core/bytes.h"
+#include <nlohmann/json.hpp>
+
 #include "formats/alice/alice.h"
+#include "support/corpus.h"
+#include "support/run_cli.h"
 #include "support/scripted_prompt.h"
 #include "support/temp_folder.h"
 
@@ -144,3 +148,25 @@ TEST(Alice, VersionMarksAndPointCountsDecideWhetherAFileIsRead) {
 }
 
 }  // namespace velk::formats
+
+namespace velk::test {
+
+// A real proton FID through the command line into an Alice file and back.
+TEST(Alice, ARealFidConvertedReadsBackWithItsPointsAndFrequency) {
+  TempFolder folder;
+  const auto in = CorpusPath("jeol/EC=8EC_2m200u_MeOD_bzhou21_20190328_qH-1-1.jdf");
+  const auto out = folder / "qH.als";
+  ASSERT_EQ(RunCli("convert " + Quoted(in.string()) + " -o " + Quoted(out.string())).exitStatus, 0);
+  const CliRun original = RunCli("info --json " + Quoted(in.string()));
+  const CliRun back = RunCli("info --json " + Quoted(out.string()));
+  ASSERT_EQ(back.exitStatus, 0) << back.err;
+  const auto a = nlohmann::json::parse(original.out), b = nlohmann::json::parse(back.out);
+  EXPECT_EQ(b.at("tag"), "ALS1");
+  for (const char* key : {"points", "nuclei", "scans", "date"}) EXPECT_EQ(a.at("data").at(key), b.at("data").at(key)) << key;
+  for (const char* key : {"observe_mhz", "spectral_width_hz"})
+    EXPECT_FLOAT_EQ(a.at("data").at(key).get<float>(), b.at("data").at(key).get<float>()) << key;
+  EXPECT_EQ(RunCli("convert " + Quoted(CorpusPath("jeol/Rutin_3080ug200uL_DMSOd6_COSY_400MHz_Jeol.jdf").string()) +
+                   " -o " + Quoted((folder / "cosy.als").string())).exitStatus, 1);
+}
+
+}  // namespace velk::test
