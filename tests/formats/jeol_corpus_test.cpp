@@ -13,6 +13,7 @@
 #include "support/corpus.h"
 #include "support/run_cli.h"
 #include "support/scripted_prompt.h"
+#include "support/temp_folder.h"
 
 namespace velk::test {
 namespace {
@@ -126,6 +127,22 @@ TEST(DeltaCorpus, RealTwoDimensionalDataSitInTheirPlanes) {
   EXPECT_EQ(s->axis[model::F2].Point, 8192);
   EXPECT_EQ(s->extras[model::F2].fidPoints, 5120);
   EXPECT_EQ(s->extras[model::F1].nucleus, "1H");
+}
+
+}  // namespace velk::test
+
+namespace velk::test {
+
+// A heteronuclear set names its second channel as the irradiated one, so that it keeps its F1
+// nucleus when saved in our own format.
+TEST(DeltaCorpus, AHeteronuclearSetKeepsItsNucleiThroughOurOwnFormat) {
+  TempFolder folder;
+  const auto in = CorpusPath("jeol/EC=8EC_2m200u_MeOD_bzhou21_20190328_HSQC-1-1.jdf");
+  const auto out = folder / "hsqc.vlk2";
+  ASSERT_EQ(RunCli("convert " + Quoted(in.string()) + " -o " + Quoted(out.string())).exitStatus, 0);
+  const auto data = nlohmann::json::parse(RunCli("info --json " + Quoted(out.string())).out).at("data");
+  EXPECT_EQ(data.at("nuclei").at("f1"), "13C");
+  EXPECT_EQ(data.at("nuclei").at("f2"), "1H");
 }
 
 }  // namespace velk::test
