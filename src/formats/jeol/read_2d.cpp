@@ -177,7 +177,7 @@ platform::Outcome ReadData2DDelta(const std::filesystem::path& path, model::Spec
   p.FREQU = static_cast<float>(w[kX].sweepHz);
   p.RESOL = w[kX].hzPerPoint;
   p.ACQTM = static_cast<float>(w[kX].acquisitionTime);
-  s->cycleTime = p.ACQTM + p.PD;
+  model::RepairAfterRead2D(*s, context.words.pulseModeClass);
   model::RebuildPpmTables(*s);
   spectrum = std::move(*s);
   context.words.realOnly = l.sections == 1 ? 1 : 0;
