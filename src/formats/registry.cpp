@@ -1,10 +1,10 @@
 #include "formats/registry.h"
 
-#include <array>
+#include <vector>
 
+#include "formats/bruker/bruker.h"
 #include "formats/alice/alice.h"
 #include "formats/jeol/delta.h"
-
 #include "native/ver4_file.h"
 
 namespace velk::formats {
@@ -12,9 +12,11 @@ namespace velk::formats {
 model::FormatTable Formats() {
   // One entry per extension word; formats whose reader has not been written have no entry, and
   // the detector then answers "ERR" with that reason.
-  static const std::array kEntries{
-      model::FormatEntry{".VLK1", model::kVer4, native::ReadModeR4, native::Read2DEntryR4, native::Read1DEntryR4},
-      model::FormatEntry{".VLK2", model::kVer4, native::ReadModeR4, native::Read2DEntryR4, native::Read1DEntryR4},
+  static const std::vector<model::FormatEntry> kEntries{
+      {".VLK1", model::kVer4, native::ReadModeR4, native::Read2DEntryR4, native::Read1DEntryR4},
+      {".VLK2", model::kVer4, native::ReadModeR4, native::Read2DEntryR4, native::Read1DEntryR4},
+      {".BRUF", model::kBruker, bruker::ReadModeBruker, bruker::ReadBruker2D, bruker::ReadBruker1D},
+      {".BRUD", model::kBruker, bruker::ReadModeBruker, bruker::ReadBruker2D, bruker::ReadBruker1D},
       DeltaFormatEntry(),
       AliceFormatEntry(),
   };

@@ -53,6 +53,8 @@ struct ReadContext {
   // The F2 and F1 companion sets of a 2D read, when the caller keeps them (native files hold them).
   Spectrum1D* companionF2 = nullptr;
   Spectrum1D* companionF1 = nullptr;
+  // "BaseLine Correction of FID": raw 2D readers subtract each row's tail mean as they read.
+  bool fidBaseline = false;
 };
 
 using ReadModeFn = ModeResult (*)(const DetectedFile&);

@@ -11,6 +11,7 @@
 #include "model/nmr_parameters.h"
 #include "model/peak_table.h"
 #include "model/plane.h"
+#include "model/vendor_acquisition.h"
 
 namespace velk::model {
 
@@ -48,6 +49,7 @@ struct Spectrum2D {
   std::string firstFftDate;  // date of the first transform, beside texts.fftUser
   std::array<DisplayRegion, 4> regions;
   Carried2D carried;
+  VendorAcquisition vendor;
 };
 
 struct Spectrum1D {
@@ -74,6 +76,7 @@ struct Spectrum1D {
   std::string firstFftDate;
   std::vector<std::string> processing;  // summary lines by number, index 0 for "01 "
   Carried1D carried;
+  VendorAcquisition vendor;
 };
 
 inline constexpr std::int32_t kBaselineWorkOffset = 5000;
