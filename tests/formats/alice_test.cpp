@@ -74,8 +74,7 @@ void ExpectSameFields(const model::Spectrum1D& a, const model::Spectrum1D& b) {
   EXPECT_EQ(p.PW, q.PW);
   EXPECT_EQ(p.PI, q.PI);
   EXPECT_EQ(p.LOOP, q.LOOP);
-  EXPECT_EQ(std::tie(p.POINT, p.SCANS, p.TOSCN, p.SMTMS, p.IRATN, p.IRRPW),
-            std::tie(q.POINT, q.SCANS, q.TOSCN, q.SMTMS, q.IRATN, q.IRRPW));
+  EXPECT_EQ(std::tie(p.SCANS, p.TOSCN, p.SMTMS, p.IRATN, p.IRRPW), std::tie(q.SCANS, q.TOSCN, q.SMTMS, q.IRATN, q.IRRPW));
   EXPECT_EQ(std::tie(p.OBNUC, p.IRNUC, p.EXMOD, p.DATIM), std::tie(q.OBNUC, q.IRNUC, q.EXMOD, q.DATIM));
   EXPECT_EQ(a.comment, b.comment);
   EXPECT_EQ(std::tie(a.texts.instrument, a.texts.probeHead, a.texts.gradientProgram),
@@ -93,6 +92,7 @@ TEST(Alice, WrittenSetsReadBackWithEveryFieldTheReaderTakes) {
     model::Spectrum1D back;
     ASSERT_TRUE(ReadDataAlice(path, back, c.context).ok());
     ExpectSameFields(original, back);
+    EXPECT_EQ(back.params.POINT, processed ? 1000 : 1024);  // a FID is kept at a power of two
     // A FID is brought to a tail level of 0 and a largest real value of 1, as it already was.
     for (std::int32_t i = 0; i < 1000; i += 37) {
       EXPECT_NEAR(back.re[i], original.re[i], 1e-6) << i;
