@@ -57,8 +57,8 @@ void DecodeRun(const std::uint8_t* raw, std::size_t count, float* out) {
     }
     return;
   }
-  // The hand rules give the IEEE value of every normal number (biased exponent neither all zeros
-  // nor all ones): those take the machine's conversion, the rest go by hand.
+  // The hand rules give the IEEE value for every normal number (biased exponent neither all zeros
+  // nor all ones), so those take the machine's conversion; the rest go by hand.
   using Bits = std::conditional_t<Type == ElementType::Float64, std::uint64_t, std::uint32_t>;
   using Float = std::conditional_t<Type == ElementType::Float64, double, float>;
   constexpr int kMantissaBits = Type == ElementType::Float64 ? 52 : 23;
@@ -73,11 +73,11 @@ void DecodeRun(const std::uint8_t* raw, std::size_t count, float* out) {
       Float value;
       std::memcpy(&value, &bits, width);
       out[i] = static_cast<float>(value);
-      continue;
+    } else {
+      std::uint8_t b[width];
+      for (std::size_t k = 0; k < width; ++k) b[k] = Big ? raw[k] : raw[width - 1 - k];
+      out[i] = FromMostSignificantFirst(b, Type);
     }
-    std::uint8_t b[width];
-    for (std::size_t k = 0; k < width; ++k) b[k] = Big ? raw[k] : raw[width - 1 - k];
-    out[i] = FromMostSignificantFirst(b, Type);
   }
 }
 

@@ -2,9 +2,11 @@
 
 #include <vector>
 
-#include "formats/bruker/bruker.h"
 #include "formats/alice/alice.h"
+#include "formats/bruker/bruker.h"
+#include "formats/jcamp/reader.h"
 #include "formats/jeol/delta.h"
+#include "formats/varian/entry.h"
 #include "native/ver4_file.h"
 
 namespace velk::formats {
@@ -19,6 +21,10 @@ model::FormatTable Formats() {
       {".BRUD", model::kBruker, bruker::ReadModeBruker, bruker::ReadBruker2D, bruker::ReadBruker1D},
       DeltaFormatEntry(),
       AliceFormatEntry(),
+      {".DX", model::kJcamp, ReadModeJcampEntry, ReadJcamp2DEntry, ReadJcamp1DEntry},
+      {".JDX", model::kJcamp, ReadModeJcampEntry, ReadJcamp2DEntry, ReadJcamp1DEntry},
+      {".VARF", model::kVarian, ReadModeVarianFid, ReadVarian2DFid, ReadVarian1DFid},
+      {".VARD", model::kVarian, ReadModeVarianData, ReadVarian2DData, ReadVarian1DData},
   };
   return kEntries;
 }
