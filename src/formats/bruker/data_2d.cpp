@@ -70,7 +70,7 @@ void NoteRawReading(model::Spectrum2D& s, bool phaseSensitive, int fnMode, bool 
                 : negateOdd ? ", every other row pair negated" : "");
   NoteProcessing(s, text);
   if (s.vendor.groupDelay > 0) {
-    const double whole = std::floor(s.vendor.groupDelay);
+    const double whole = std::nearbyint(s.vendor.groupDelay);
     std::snprintf(text, sizeof text,
                   "Bruker digital filter GRPDLY %.4f: FID shift %d points, %.4f point left as first-order phase",
                   s.vendor.groupDelay, static_cast<int>(whole), s.vendor.groupDelay - whole);
@@ -151,7 +151,9 @@ platform::Outcome RDBru(const fs::path& ser, model::Spectrum2D& s, LoadState& st
     for (std::size_t k = 0; k < (phase ? 4u : 2u); ++k) SubtractTailMean(*planes[k], rows, points);
   }
   s.vendor.echoAntiechoCombined = echoAntiecho;
-  if (s.vendor.groupDelay > 0) s.fidShift = static_cast<std::int32_t>(std::floor(s.vendor.groupDelay));
+  // The digital filter's onset: the nearest whole number of points goes to the FID shift, so that
+  // what is left (a fraction of a point) is a small first-order phase.
+  if (s.vendor.groupDelay > 0) s.fidShift = static_cast<std::int32_t>(std::nearbyint(s.vendor.groupDelay));
   NoteRawReading(s, phase, fnMode, negateOdd);
   return {};
 }
