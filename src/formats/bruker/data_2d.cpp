@@ -26,16 +26,17 @@ std::uint64_t RawRowStride(std::uint64_t complexPoints, ElementType type, std::u
   return blocks;
 }
 
-// Echo and anti-echo rows of one increment become its cosine and sine rows:
-// cos = echo + antiecho, sin = i (antiecho - echo), each with its real and imaginary F2 parts.
+// Echo E and anti-echo A rows of one increment become its cosine and sine rows:
+// cos = E + A, sin = i (E - A), each with its real and imaginary F2 parts. The sign of the sine row
+// is the one that puts the vendor's own processed peaks where ours are (cyclosporin HSQC).
 void CombineEchoAntiecho(std::span<float> echoRe, std::span<float> echoIm, std::span<float> antiRe,
                          std::span<float> antiIm, std::int32_t points) {
   for (std::int32_t j = 0; j < points; ++j) {
     const float er = echoRe[j], ei = echoIm[j], ar = antiRe[j], ai = antiIm[j];
     echoRe[j] = er + ar;
     echoIm[j] = ei + ai;
-    antiRe[j] = ei - ai;
-    antiIm[j] = ar - er;
+    antiRe[j] = ai - ei;
+    antiIm[j] = er - ar;
   }
 }
 
