@@ -6,5 +6,7 @@ namespace velk::cli {
 // Each command adds itself to the application and runs from its callback; the exit status is
 // written to the given int.
 void AddInfoCommand(CLI::App& app, int& status);
+void AddConvertCommand(CLI::App& app, int& status);
+void AddExportCommand(CLI::App& app, int& status);
 
 }  // namespace velk::cli

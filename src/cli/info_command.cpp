@@ -43,6 +43,13 @@ json Describe2D(const model::Spectrum2D& s) {
   j["nuclei"] = per([&](int a) { return s.extras[a].nucleus; });
   j["observe_mhz"] = per([&](int a) { return s.extras[a].absFreqCenter; });
   j["spectral_width_hz"] = per([&](int a) { return s.axis[a].Frequency; });
+  j["ppm_first"] = per([&](int a) { return s.extras[a].ppmFirst; });
+  j["ppm_step"] = per([&](int a) { return s.extras[a].ppmStep; });
+  j["pulse_program"] = s.params.EXMOD;
+  j["comment"] = s.comment;
+  j["sample_id"] = s.texts.sampleId;
+  j["operations"] = s.history.operations.size();
+  j["carried_sections"] = s.carried.fileSections.size();
   return j;
 }
 
@@ -82,12 +89,17 @@ int RunInfo(const std::string& path, bool asJson) {
     CliPrompt prompt;
     platform::NoProgress progress;
     model::DataWords words{d.code, d.pulseModeClass, 0};
-    model::ReadContext context{prompt, progress, words, nullptr};
+    model::Spectrum1D f2, f1;
+    model::ReadContext context{prompt, progress, words, nullptr, &f2, &f1};
     platform::Outcome outcome{-1, {}};
     if (model::Dimension(d.code) == 2 && entry->read2D) {
       auto spectrum = std::make_unique<model::Spectrum2D>();
       outcome = entry->read2D(d.file, *spectrum, context);
-      if (outcome.ok()) out["data"] = Describe2D(*spectrum);
+      if (outcome.ok()) {
+        out["data"] = Describe2D(*spectrum);
+        out["data"]["real_only"] = words.realOnly != 0;
+        out["data"]["trace_points"] = {{"f2", f2.params.POINT}, {"f1", f1.params.POINT}};
+      }
     } else if (model::Dimension(d.code) == 1 && entry->read1D) {
       auto spectrum = std::make_unique<model::Spectrum1D>();
       outcome = entry->read1D(d.file, *spectrum, context);

@@ -7,6 +7,8 @@ int main(int argc, char** argv) {
   app.require_subcommand(1);
   int status = 0;
   velk::cli::AddInfoCommand(app, status);
+  velk::cli::AddConvertCommand(app, status);
+  velk::cli::AddExportCommand(app, status);
   CLI11_PARSE(app, argc, argv);
   return status;
 }

@@ -64,13 +64,16 @@ bool ReadInto(Session& session, SessionServices& services, const model::Detectio
   auto incoming = std::make_unique<model::Spectrum2D>();
   model::DataWords words{d.code, d.pulseModeClass, 0};
   platform::NoProgress progress;
-  model::ReadContext context{services.prompt, progress, words, SessionLogger(session, services.prompt)};
+  model::Spectrum1D f2Set, f1Set;  // the companion traces, which native files carry
+  model::ReadContext context{services.prompt, progress, words, SessionLogger(session, services.prompt), &f2Set, &f1Set};
   const platform::Outcome outcome = entry.read2D(d.file, *incoming, context);
   if (!outcome.ok()) {
     if (!outcome.message.empty()) services.prompt.Ask(outcome.message);
     return false;
   }
   session.spectrum2D = std::move(*incoming);
+  session.spectra1D[kF2Companion] = std::move(f2Set);
+  session.spectra1D[kF1Companion] = std::move(f1Set);
   session.words = words;
   return true;
 }

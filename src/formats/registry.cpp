@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "formats/bruker/bruker.h"
+#include "native/ver4_file.h"
 
 namespace velk::formats {
 
@@ -10,6 +11,8 @@ model::FormatTable Formats() {
   // One entry per extension word; formats whose reader has not been written have no entry, and
   // the detector then answers "ERR" with that reason.
   static const std::vector<model::FormatEntry> kEntries{
+      {".VLK1", model::kVer4, native::ReadModeR4, native::Read2DEntryR4, native::Read1DEntryR4},
+      {".VLK2", model::kVer4, native::ReadModeR4, native::Read2DEntryR4, native::Read1DEntryR4},
       {".BRUF", model::kBruker, bruker::ReadModeBruker, bruker::ReadBruker2D, bruker::ReadBruker1D},
       {".BRUD", model::kBruker, bruker::ReadModeBruker, bruker::ReadBruker2D, bruker::ReadBruker1D},
   };

@@ -50,6 +50,9 @@ struct ReadContext {
   DataWords& words;
   // Called after a successful read or write: WriteLog of the session.
   std::function<void(std::string_view action, const std::string& fileName)> log;
+  // The F2 and F1 companion sets of a 2D read, when the caller keeps them (native files hold them).
+  Spectrum1D* companionF2 = nullptr;
+  Spectrum1D* companionF1 = nullptr;
   // "BaseLine Correction of FID": raw 2D readers subtract each row's tail mean as they read.
   bool fidBaseline = false;
 };

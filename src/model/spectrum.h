@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "model/axis_info.h"
+#include "model/carried.h"
 #include "model/nmr_parameters.h"
 #include "model/peak_table.h"
 #include "model/plane.h"
@@ -44,6 +45,10 @@ struct Spectrum2D {
   PeakTable2D peaks;
   // Work traces of the fixed length 0..16384: F2 and F1 sums, two projections, one work trace.
   std::array<std::vector<float>, 5> workTraces;
+  // Further values of the stored file.
+  std::string firstFftDate;  // date of the first transform, beside texts.fftUser
+  std::array<DisplayRegion, 4> regions;
+  Carried2D carried;
   VendorAcquisition vendor;
 };
 
@@ -64,6 +69,13 @@ struct Spectrum1D {
   double axisStep = 0;  // ppm per point
   float axisFirst = 0;  // ppm of point 0, kept as float in files
   std::array<std::string, 3> xLabels;
+  // Further values of the stored file.
+  std::string commentRtf, simComment;
+  double absFreqCenter = 0, absFreq0ppm = 0;  // MHz: "Obs. Center Freq.", "Obs. Freq.(0 ppm)"
+  std::int32_t fidShift = 0;
+  std::string firstFftDate;
+  std::vector<std::string> processing;  // summary lines by number, index 0 for "01 "
+  Carried1D carried;
   VendorAcquisition vendor;
 };
 
