@@ -4,6 +4,7 @@
 
 #include "cli/cli_prompt.h"
 #include "cli/commands.h"
+#include "cli/jcamp_output.h"
 #include "cli/read_input.h"
 #include "core/text.h"
 #include "native/ver4_file.h"
@@ -11,13 +12,14 @@
 namespace velk::cli {
 namespace {
 
-enum class OutputFormat { Unknown, Ver4 };
+enum class OutputFormat { Unknown, Ver4, Jcamp };
 
 // The written format follows the output name's extension.
 OutputFormat OutputFormatOf(const std::filesystem::path& out) {
   const std::string extension = core::ToUpper(out.extension().string());
   if (extension == ".VLK" || extension == ".VLK1" || extension == ".VLK2" || extension == ".VL1" || extension == ".VL2")
     return OutputFormat::Ver4;
+  if (extension == ".JDX" || extension == ".DX") return OutputFormat::Jcamp;
   return OutputFormat::Unknown;
 }
 
@@ -30,12 +32,13 @@ platform::Outcome WriteVer4(const std::filesystem::path& out, LoadedData& data, 
 struct ConvertOptions {
   std::string in, out, mode = "all";
   bool keepBackup = false;
+  JcampOutputOptions jcamp;
 };
 
 int RunConvert(const ConvertOptions& o) {
   const OutputFormat format = OutputFormatOf(o.out);
   if (format == OutputFormat::Unknown) {
-    std::cerr << "velk2d-cli convert: " << o.out << ": unknown output type (use .vlk, .vlk1, .vlk2, .vl1 or .vl2)\n";
+    std::cerr << "velk2d-cli convert: " << o.out << ": unknown output type (use .vlk, .vlk1, .vlk2, .vl1, .vl2, .jdx or .dx)\n";
     return 2;
   }
   CliPrompt prompt;
@@ -43,6 +46,16 @@ int RunConvert(const ConvertOptions& o) {
   if (data.status != 0) {
     std::cerr << "velk2d-cli convert: " << o.in << ": " << data.error << "\n";
     return data.status;
+  }
+  if (format == OutputFormat::Jcamp) {
+    std::string written;
+    const platform::Outcome outcome = WriteJcampOutput(o.out, data, o.jcamp, written);
+    if (!outcome.ok()) {
+      std::cerr << "velk2d-cli convert: " << o.out << ": " << outcome.message.text << "\n";
+      return outcome.code == 1 ? 1 : 2;
+    }
+    std::cout << "wrote " << o.out << " (" << written << ")\n";
+    return 0;
   }
   static const std::map<std::string, native::SaveMode> kModes{
       {"all", native::SaveMode::AllPlanes}, {"real", native::SaveMode::RealOnly}, {"power", native::SaveMode::PowerSpectrum}};
@@ -59,14 +72,19 @@ int RunConvert(const ConvertOptions& o) {
 }  // namespace
 
 void AddConvertCommand(CLI::App& app, int& status) {
-  auto* command = app.add_subcommand("convert", "Read any data file the program reads and save it as a Ver.4 file");
+  auto* command = app.add_subcommand("convert", "Read any data file the program reads and save it as a Ver.4 or a JCAMP-DX file");
   auto options = std::make_shared<ConvertOptions>();
   command->add_option("IN", options->in, "a data file or a vendor's data folder")->required();
-  command->add_option("-o,--output", options->out, "the file to write: .vlk2 (or .vlk, .vlk1, .vl1, .vl2)")->required();
+  command->add_option("-o,--output", options->out, "the file to write: .vlk2 (or .vlk, .vlk1, .vl1, .vl2), or .jdx/.dx for JCAMP-DX")->required();
   command->add_option("--mode", options->mode, "what a phase-sensitive 2D set keeps: all planes, the real plane, or the power spectrum")
       ->check(CLI::IsMember({"all", "real", "power"}));
   command->add_flag("--keep-backup", options->keepBackup,
                     "when OUT exists, keep the previous file as the \".$\" generation (x.vlk2 gives x.$lk2)");
+  command->add_option("--trace", options->jcamp.trace, "for .jdx/.dx from a 2D data set: the F2 trace of a row or the F1 trace of a column")
+      ->check(CLI::IsMember({"f1", "f2"}));
+  command->add_option("--index", options->jcamp.index, "for --trace: the row (f2) or column (f1), from 0 at the low-frequency end");
+  command->add_option("--jcamp-form", options->jcamp.form, "the JCAMP-DX form written: XYDATA, or NTUPLES with the imaginary part")
+      ->check(CLI::IsMember({"xydata", "ntuples"}));
   command->callback([options, &status] { status = RunConvert(*options); });
 }
 

@@ -50,6 +50,7 @@ json Describe2D(const model::Spectrum2D& s) {
   j["sample_id"] = s.texts.sampleId;
   j["operations"] = s.history.operations.size();
   j["carried_sections"] = s.carried.fileSections.size();
+  j["fid_points"] = per([&](int a) { return s.extras[a].fidPoints; });
   return j;
 }
 

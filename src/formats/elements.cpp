@@ -57,10 +57,27 @@ void DecodeRun(const std::uint8_t* raw, std::size_t count, float* out) {
     }
     return;
   }
+  // The hand rules give the IEEE value for every normal number (biased exponent neither all zeros
+  // nor all ones), so those take the machine's conversion; the rest go by hand.
+  using Bits = std::conditional_t<Type == ElementType::Float64, std::uint64_t, std::uint32_t>;
+  using Float = std::conditional_t<Type == ElementType::Float64, double, float>;
+  constexpr int kMantissaBits = Type == ElementType::Float64 ? 52 : 23;
+  constexpr Bits kExponentMask = Type == ElementType::Float64 ? 0x7FF : 0xFF;
+  constexpr bool swap = Big != (std::endian::native == std::endian::big);
   for (std::size_t i = 0; i < count; ++i, raw += width) {
-    std::uint8_t b[width];
-    for (std::size_t k = 0; k < width; ++k) b[k] = Big ? raw[k] : raw[width - 1 - k];
-    out[i] = FromMostSignificantFirst(b, Type);
+    Bits bits;
+    std::memcpy(&bits, raw, width);
+    if constexpr (swap) bits = core::SwapBytes(bits);
+    const Bits exponent = (bits >> kMantissaBits) & kExponentMask;
+    if (exponent != 0 && exponent != kExponentMask) {
+      Float value;
+      std::memcpy(&value, &bits, width);
+      out[i] = static_cast<float>(value);
+    } else {
+      std::uint8_t b[width];
+      for (std::size_t k = 0; k < width; ++k) b[k] = Big ? raw[k] : raw[width - 1 - k];
+      out[i] = FromMostSignificantFirst(b, Type);
+    }
   }
 }
 

@@ -2,7 +2,11 @@
 
 #include <vector>
 
+#include "formats/alice/alice.h"
 #include "formats/bruker/bruker.h"
+#include "formats/jcamp/reader.h"
+#include "formats/jeol/delta.h"
+#include "formats/varian/entry.h"
 #include "native/ver4_file.h"
 
 namespace velk::formats {
@@ -15,6 +19,12 @@ model::FormatTable Formats() {
       {".VLK2", model::kVer4, native::ReadModeR4, native::Read2DEntryR4, native::Read1DEntryR4},
       {".BRUF", model::kBruker, bruker::ReadModeBruker, bruker::ReadBruker2D, bruker::ReadBruker1D},
       {".BRUD", model::kBruker, bruker::ReadModeBruker, bruker::ReadBruker2D, bruker::ReadBruker1D},
+      DeltaFormatEntry(),
+      AliceFormatEntry(),
+      {".DX", model::kJcamp, ReadModeJcampEntry, ReadJcamp2DEntry, ReadJcamp1DEntry},
+      {".JDX", model::kJcamp, ReadModeJcampEntry, ReadJcamp2DEntry, ReadJcamp1DEntry},
+      {".VARF", model::kVarian, ReadModeVarianFid, ReadVarian2DFid, ReadVarian1DFid},
+      {".VARD", model::kVarian, ReadModeVarianData, ReadVarian2DData, ReadVarian1DData},
   };
   return kEntries;
 }

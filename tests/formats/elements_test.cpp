@@ -40,3 +40,30 @@ TEST(Elements, RunsThatLeaveTheFileAreRefused) {
 }
 
 }  // namespace velk::formats
+
+namespace velk::formats {
+
+// The batch decoder takes the machine's conversion for normal numbers: it must agree bit for bit
+// with the hand rules on every pattern, denormals, zeros, infinities and NaNs included.
+TEST(Elements, BatchDecodingAgreesWithTheHandRulesOnAnyBits) {
+  std::vector<std::uint8_t> raw(8 * 4096);
+  std::uint64_t state = 88172645463325252ull;
+  for (std::size_t i = 0; i < raw.size(); ++i) {
+    state ^= state << 13, state ^= state >> 7, state ^= state << 17;
+    raw[i] = static_cast<std::uint8_t>(state);
+  }
+  for (std::size_t i = 0; i < 64; ++i) raw[8 * i] = raw[8 * i + 1] = static_cast<std::uint8_t>(i % 2 ? 0x80 : 0);
+  for (std::size_t i = 64; i < 128; ++i) raw[8 * i] = 0x7F, raw[8 * i + 1] = 0xF0;
+  for (ElementType type : {ElementType::Float32, ElementType::Float64})
+    for (core::ByteOrder order : {core::ByteOrder::Little, core::ByteOrder::Big}) {
+      const std::size_t count = raw.size() / ElementWidth(type);
+      std::vector<float> batch(count);
+      ASSERT_TRUE(DecodeElements(raw, 0, count, type, order, batch));
+      for (std::size_t i = 0; i < count; ++i) {
+        const float single = DecodeElement(raw.data() + i * ElementWidth(type), type, order);
+        ASSERT_EQ(std::memcmp(&single, &batch[i], 4), 0) << i;
+      }
+    }
+}
+
+}  // namespace velk::formats

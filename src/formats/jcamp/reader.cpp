@@ -1,0 +1,265 @@
+#include "formats/jcamp/reader.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "core/bytes.h"
+#include "core/text.h"
+#include "formats/jcamp/asdf.h"
+#include "formats/jcamp/header.h"
+#include "formats/jcamp/messages.h"
+#include "formats/jcamp/params.h"
+#include "formats/read_result.h"
+
+namespace velk::formats {
+namespace {
+
+namespace msg = jcamp_messages;
+
+// A 1D table beyond this is no NMR data set; the limit keeps a damaged count from exhausting memory.
+constexpr std::int64_t kMax1DPoints = 16 * 1048576;
+
+// The values that the reader holds while it reads one file.
+struct Session {
+  JcampHeader header;
+  double xFactor = 1, yFactor = 1, realFactor = 1, imagFactor = 1;
+  double firstX = 0, lastX = 0, deltaX = 0;
+  std::int64_t nPoints = 0;
+  std::int64_t complexPoints = 0;
+  std::string xUnits;
+  bool fid = false;
+  bool ntuples = false;
+  std::vector<double> real, imag;
+  std::size_t count = 0;
+  bool haveReal = false;
+  std::optional<double> brukerOffset;
+};
+
+using Failure = ReadFailure;
+
+std::int64_t PowerOfTwoAtLeast(std::int64_t n) {
+  std::int64_t size = 2;  // doubling from 1 at least once
+  while (size < n) size *= 2;
+  return size;
+}
+
+void EnterJeolSection(TextCursor& cursor, model::Spectrum1D& s) {
+  for (;;) {
+    const std::size_t start = cursor.position;
+    const std::string line = core::Trim(ReadTextLine(cursor));
+    if (line.empty()) return;
+    const std::string upper = core::ToUpper(line);
+    if (upper.starts_with("$$ END OF JEOL SPECIFIC PARAMETERS") || upper.starts_with("$$ END OF NMR SPECIFIC PARAMETERS"))
+      return;
+    if (!upper.starts_with("##$")) {
+      cursor.position = start;
+      return;
+    }
+    ReadParaJeolJcamp(line, s);
+  }
+}
+
+// Bruker's "##$OFFSET" is the shift of the first point of a processed spectrum: older exports
+// carry it without a "##.SHIFT REFERENCE".
+void EnterBrukerSection(TextCursor& cursor, model::Spectrum1D& s, std::optional<double>& firstPointPpm) {
+  for (;;) {
+    const std::size_t start = cursor.position;
+    const std::string line = core::Trim(ReadTextLine(cursor));
+    if (line.empty()) return;
+    const std::string upper = core::ToUpper(line);
+    if (upper.starts_with("$$ END OF BRUKER SPECIFIC PARAMETERS")) return;
+    if (upper.starts_with("##") && !upper.starts_with("##$")) {
+      cursor.position = start;
+      return;
+    }
+    if (upper.starts_with("##$OFFSET=")) firstPointPpm = ParseNumber(line.substr(10));
+    ReadParaBruJcamp(line, cursor, s);
+  }
+}
+
+// Reads one table into the page; the first table sizes both pages.
+void ReadTable(TextCursor& cursor, Session& session, bool imaginaryPage) {
+  const std::int64_t count = session.ntuples ? session.complexPoints : session.nPoints;
+  if (count < 1) return;  // a table without its size is skipped
+  if (count > kMax1DPoints) throw Failure{msg::kTooLarge};
+  if (session.real.empty()) {
+    const std::int64_t size = session.ntuples ? PowerOfTwoAtLeast(count) : count;
+    session.real.assign(static_cast<std::size_t>(size), 0.0);
+    session.imag.assign(static_cast<std::size_t>(size), 0.0);
+    session.count = static_cast<std::size_t>(count);
+  }
+  std::vector<double>& page = imaginaryPage ? session.imag : session.real;
+  AsdfTable table{std::span<double>(page).first(std::min(session.count, page.size()))};
+  if (!ReadAsdfTable(cursor, table)) throw Failure{msg::kBadTable};
+  if (!imaginaryPage) session.haveReal = true;
+}
+
+void TakeDataLabel(const std::string& key, const JcampLabel& label, TextCursor& cursor, Session& session) {
+  const auto number = [&](std::size_t i) { return JcampNumber(label, i); };
+  const std::string first = label.values.empty() ? std::string() : label.values[0];
+  if (key == "##DELTAX") session.deltaX = number(0);
+  else if (key == "##XUNITS" || key == "##UNITS") session.xUnits = first;
+  else if (key == "##XFACTOR") session.xFactor = number(0);
+  else if (key == "##YFACTOR") session.yFactor = number(0);
+  else if (key == "##FIRSTX" || key == "##FIRST") session.firstX = number(0);
+  else if (key == "##LASTX" || key == "##LAST") session.lastX = number(0);
+  else if (key == "##NPOINTS") {
+    session.nPoints = static_cast<std::int64_t>(std::clamp(number(0), -1.0, 1e12));
+    if (session.nPoints <= 0) throw Failure{msg::kNoPoints};
+  } else if (key == "##NTUPLES") {
+    session.ntuples = true;
+  } else if (key == "##SYMBOL") {
+    const bool xri = label.values.size() >= 3 && label.values[0] == "X" && label.values[1] == "R" && label.values[2] == "I";
+    if (!xri) throw Failure{msg::kBadSymbols};
+  } else if (key == "##VARDIM") {
+    if (label.values.size() < 3 || number(0) != number(1) || number(1) != number(2)) throw Failure{msg::kBadDimensions};
+    session.complexPoints = static_cast<std::int64_t>(std::clamp(number(0), 0.0, 1e12));
+  } else if (key == "##FACTOR") {
+    session.xFactor = number(0);
+    session.realFactor = JcampNumber(label, 1, 1);
+    session.imagFactor = JcampNumber(label, 2, 1);
+  } else if (key == "##XYDATA") {
+    const std::string& dataClass = session.header.dataClass;
+    if ((dataClass.empty() || dataClass.find("XYDATA") != std::string::npos) && first.starts_with("(X++(Y..Y))")) {
+      session.ntuples = false;
+      session.realFactor = session.yFactor;
+      ReadTable(cursor, session, false);
+    }
+  } else if (key == "##DATATABLE") {
+    if (first.starts_with("(X++(R..R))")) ReadTable(cursor, session, false);
+    else if (first.starts_with("(X++(I..I))")) ReadTable(cursor, session, true);
+  }
+}
+
+void ApplyHeader(const JcampHeader& h, model::Spectrum1D& s) {
+  model::NmrParameters& p = s.params;
+  if (!h.title.empty()) s.comment = p.COMNT = h.title;
+  if (h.observeMHz > 0) p.OFR = static_cast<float>(h.observeMHz);
+  if (!h.nucleus.empty()) p.OBNUC = h.nucleus;
+  if (h.averages > 0) p.SCANS = p.TOSCN = h.averages;
+  if (h.digitiser != 0) p.ADBIT = h.digitiser;
+  if (!h.instrument.empty()) s.texts.instrument = h.instrument;
+  if (!h.date.empty()) p.DATIM = h.date;
+  if (!h.solvent.empty() && p.SLVNT.empty()) p.SLVNT = h.solvent;
+  if ((p.EXMOD.empty() || p.EXMOD == "JCAMP-DX") && !h.pulseSequence.empty()) p.EXMOD = h.pulseSequence;
+}
+
+// The FID: the X step is the dwell time; the offset of the last 40 % is removed and the largest
+// real value scales the points to 1 (from 1e-11, so that an empty FID stays finite).
+void ConvertFid(Session& session, int acquisitionClass, model::Spectrum1D& s) {
+  const std::int64_t size = PowerOfTwoAtLeast(static_cast<std::int64_t>(session.count));
+  session.real.resize(static_cast<std::size_t>(size));
+  session.imag.resize(static_cast<std::size_t>(size));
+  double dwell = session.count > 1 ? (session.lastX - session.firstX) / static_cast<double>(session.count - 1) : 0;
+  if (!(dwell > 0)) dwell = session.xFactor;
+  const double width = dwell > 0 ? 1.0 / dwell : 0;
+  const std::size_t n = session.count;
+  for (std::size_t i = 0; i < n; ++i) {
+    session.real[i] *= session.realFactor;
+    session.imag[i] *= session.imagFactor;
+    // Sign-alternated sampling becomes what the transform expects.
+    if (acquisitionClass == 2 && i % 2 == 1) session.real[i] = -session.real[i], session.imag[i] = -session.imag[i];
+  }
+  const std::size_t tail = static_cast<std::size_t>(std::nearbyint(0.4 * static_cast<double>(n)));
+  if (tail > 0) {
+    double sumRe = 0, sumIm = 0;
+    for (std::size_t i = n - tail; i < n; ++i) sumRe += session.real[i], sumIm += session.imag[i];
+    for (std::size_t i = 0; i < n; ++i) session.real[i] -= sumRe / tail, session.imag[i] -= sumIm / tail;
+  }
+  double maximum = 1e-11;
+  for (std::size_t i = 0; i < n; ++i) maximum = std::max(maximum, std::fabs(session.real[i]));
+  if (model::AllocateSpectrum1D(s, static_cast<std::int32_t>(size)) != 0) throw Failure{msg::kDataSize};
+  for (std::size_t i = 0; i < n; ++i) {
+    s.re[i] = static_cast<float>(session.real[i] / maximum);
+    s.im[i] = static_cast<float>(session.imag[i] / maximum);
+  }
+  s.params.POINT = static_cast<std::int32_t>(size);
+  s.params.FREQU = static_cast<float>(width);
+  s.params.RESOL = width / static_cast<double>(size);
+  s.params.ACQTM = static_cast<float>(dwell * static_cast<double>(n));
+}
+
+// The spectrum: index 0 is the low-frequency end whatever the order in the file. X in Hz is
+// counted from 0 ppm; a "##.SHIFT REFERENCE" puts its data point at its shift (files whose X runs
+// from the spectral width down to 0 carry one).
+void ConvertSpectrum(const Session& session, model::Spectrum1D& s) {
+  const std::size_t n = session.count;
+  const double sfo = session.header.observeMHz;
+  const double step = n > 1 ? (session.lastX - session.firstX) / static_cast<double>(n - 1) : 0;
+  const bool hz = core::ToUpper(session.xUnits) == "HZ";
+  const double lowX = std::min(session.firstX, session.lastX);
+  const double hzPerPoint = hz ? std::fabs(step) : std::fabs(step) * sfo;
+  double offset = hz ? lowX / sfo : lowX;
+  const double sweep = hzPerPoint * static_cast<double>(n);
+  // Hz become ppm through the observe frequency, as the exchange format defines and as every
+  // writer (this program's too) turns ppm into Hz. Taking the spectrum's centre for the observe
+  // frequency instead would stretch the axis by half the width over the frequency (1e-4 on 13C).
+  const double ppmStep = hzPerPoint / sfo;
+  const bool turned = step < 0;
+  if (session.header.shiftReference) {
+    const auto [point, ppm] = *session.header.shiftReference;
+    const double filePosition = point - 1;
+    const double index = turned ? static_cast<double>(n - 1) - filePosition : filePosition;
+    offset = ppm - index * ppmStep;
+  }
+  if (model::AllocateSpectrum1D(s, static_cast<std::int32_t>(n)) != 0) throw Failure{msg::kDataSize};
+  for (std::size_t i = 0; i < n; ++i) {
+    const std::size_t from = turned ? n - 1 - i : i;
+    s.re[i] = static_cast<float>(session.realFactor * session.real[from]);
+    s.im[i] = static_cast<float>(session.imagFactor * session.imag[from]);
+    s.axisPpm[i] = offset + static_cast<double>(i) * ppmStep;
+  }
+  s.params.POINT = static_cast<std::int32_t>(n);
+  s.params.FREQU = static_cast<float>(sweep);
+  s.params.RESOL = hzPerPoint;
+  s.params.SMEXR = static_cast<float>(offset);
+  s.params.SMTMS = 0;
+  s.axisStep = ppmStep;
+  s.axisFirst = static_cast<float>(offset);
+}
+
+void ReadFile(const std::filesystem::path& file, model::Spectrum1D& s) {
+  const auto bytes = core::ReadWholeFile(file.string());
+  if (!bytes) throw Failure{msg::kCannotOpen};
+  TextCursor cursor{*bytes, 0};
+  Session session;
+  s.params.EXMOD = "JCAMP-DX";
+  s.texts.originalFileName = file.string();
+  s.texts.fileName = file.filename().string();
+  s.texts.instrument = "JCAMP";
+  s.texts.dataTypeText = "JCAMP-DX";
+  const bool ended = ForEachJcampLabel(cursor, [&](const std::string& key, const JcampLabel& label, const std::string& line) {
+    if (key == "$$JEOLSPECIFICPARAMETERS" || key == "$$NMRSPECIFICPARAMETERS") {
+      EnterJeolSection(cursor, s);
+    } else if (key == "$$BRUKERSPECIFICPARAMETERS") {
+      EnterBrukerSection(cursor, s, session.brukerOffset);
+    } else if (TakeHeaderLabel(key, label, line, session.header)) {
+      const std::string& type = session.header.dataType;
+      if (key == "##DATATYPE" && type.find("LINK") == std::string::npos) {
+        session.fid = type.find("NMR FID") != std::string::npos;
+        if (!session.fid && type.find("NMR SPECTRUM") == std::string::npos) throw Failure{msg::kNotNmr};
+      }
+      if (key == "##.OBSERVEFREQUENCY" && !(session.header.observeMHz > 0)) throw Failure{msg::kNoFrequency};
+    } else {
+      TakeDataLabel(key, label, cursor, session);
+    }
+    return true;
+  });
+  if (!session.haveReal || session.count == 0) throw Failure{msg::kNoData};
+  if (!ended) throw Failure{msg::kTruncated};
+  if (!(session.header.observeMHz > 0)) throw Failure{msg::kNoFrequency};
+  ApplyHeader(session.header, s);
+  if (!session.header.shiftReference && session.brukerOffset)
+    session.header.shiftReference = std::pair{1.0, *session.brukerOffset};
+  if (session.fid) ConvertFid(session, session.header.acquisitionClass, s);
+  else ConvertSpectrum(session, s);
+}
+
+}  // namespace
+
+int ReadDataJCAMP(const std::filesystem::path& file, model::Spectrum1D& s, std::string& reason) {
+  return ReadIntoFresh(s, reason, [&](model::Spectrum1D& fresh) { ReadFile(file, fresh); });
+}
+
+}  // namespace velk::formats

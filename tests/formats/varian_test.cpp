@@ -1,0 +1,261 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <fstream>
+#include <map>
+
+#include "formats/registry.h"
+#include "formats/varian/data.h"
+#include "formats/varian/procpar.h"
+#include "model/type_detector.h"
+#include "support/scripted_prompt.h"
+#include "support/temp_folder.h"
+
+namespace velk::formats {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A parameter: strings are written quoted, one value a line, as the instruments do.
+struct Parameter {
+  bool isString;
+  std::vector<std::string> values;
+};
+using Parameters = std::map<std::string, Parameter>;
+
+void WriteProcpar(const fs::path& file, const Parameters& parameters) {
+  std::ofstream out(file);
+  for (const auto& [name, p] : parameters) {
+    out << name << " 1 " << (p.isString ? 2 : 1) << " 1e+18 -1e+18 0 2 1 8202 1 64\n" << p.values.size();
+    for (std::size_t i = 0; i < p.values.size(); ++i)
+      out << (p.isString ? (i == 0 ? " \"" : "\"") + p.values[i] + "\"\n" : " " + p.values[i]);
+    out << (p.isString ? "" : "\n") << (p.isString ? "2 \"y\" \"n\"\n" : "0\n");
+  }
+}
+
+Parameters Basic(const std::string& array, int arrayDim, const std::string& dn = "H1") {
+  return {{"array", {true, {array}}},        {"arraydim", {false, {std::to_string(arrayDim)}}},
+          {"sfrq", {false, {"399.782"}}},     {"dfrq", {false, {dn == "H1" ? "399.782" : "100.525"}}},
+          {"tn", {true, {"H1"}}},              {"dn", {true, {dn}}},
+          {"sw", {false, {"4000"}}},           {"sw1", {false, {"3000"}}},
+          {"np", {false, {"32"}}},             {"seqfil", {true, {"gCOSY"}}},
+          {"rfl", {false, {"1000"}}},          {"rfp", {false, {"0"}}},
+          {"time_submitted", {true, {"20120316T104425"}}},
+          {"explist", {true, {"PROTON", "gCOSY"}}}, {"phase", {false, {"1", "2"}}}};
+}
+
+enum class Elements { Float, Int32, Int16 };
+
+// A fid file: 32-byte header, then per block a 28-byte header and one trace, all big-endian.
+void WriteFid(const fs::path& file, const std::vector<std::vector<float>>& blocks, Elements type) {
+  const std::uint32_t width = type == Elements::Int16 ? 2 : 4;
+  const auto np = static_cast<std::uint32_t>(blocks.at(0).size());
+  const std::uint8_t status = type == Elements::Float ? 73 : type == Elements::Int32 ? 69 : 65;
+  std::string bytes;
+  const auto put = [&](std::uint64_t value, int count) {
+    for (int i = count - 1; i >= 0; --i) bytes += static_cast<char>((value >> (8 * i)) & 0xFF);
+  };
+  put(blocks.size(), 4), put(1, 4), put(np, 4), put(width, 4), put(np * width, 4), put(np * width + 28, 4);
+  put(0, 3), put(status, 1), put(1, 4);
+  for (std::size_t b = 0; b < blocks.size(); ++b) {
+    put(0, 4), put(b + 1, 2), bytes.append(22, '\0');
+    for (float v : blocks[b]) {
+      std::uint32_t raw = 0;
+      if (type == Elements::Float) std::memcpy(&raw, &v, 4);
+      else raw = static_cast<std::uint32_t>(static_cast<std::int32_t>(v));
+      put(type == Elements::Int16 ? raw & 0xFFFF : raw, static_cast<int>(width));
+    }
+  }
+  std::ofstream(file, std::ios::binary) << bytes;
+}
+
+// Block b, element i: a value that names its place, exact in every element type.
+float Pattern(std::size_t b, std::size_t i) { return static_cast<float>(static_cast<int>(b) * 100 + static_cast<int>(i) - 40); }
+
+std::vector<std::vector<float>> Blocks(std::size_t count, std::size_t np) {
+  std::vector<std::vector<float>> blocks(count, std::vector<float>(np));
+  for (std::size_t b = 0; b < count; ++b)
+    for (std::size_t i = 0; i < np; ++i) blocks[b][i] = Pattern(b, i);
+  return blocks;
+}
+
+struct Read {
+  model::Detection detection;
+  platform::Outcome outcome;
+};
+
+template <class Record>
+Read Open(const fs::path& path, Record& s) {
+  Read r;
+  r.detection = model::TypeDetector(path, Formats());
+  test::ScriptedPrompt prompt;
+  platform::NoProgress progress;
+  model::DataWords words;
+  model::ReadContext context{prompt, progress, words, nullptr};
+  const auto entry = std::find_if(Formats().begin(), Formats().end(), [&](const model::FormatEntry& e) {
+    return e.extensionWord == r.detection.file.extensionWord;
+  });
+  if (entry == Formats().end()) return r;
+  if constexpr (std::is_same_v<Record, model::Spectrum1D>) {
+    r.outcome = entry->read1D(r.detection.file, s, context);
+  } else {
+    r.outcome = entry->read2D(r.detection.file, s, context);
+  }
+  return r;
+}
+
+}  // namespace
+
+TEST(Varian, RmvAsksOnlyWhereAnArrayMayBeOneDimensional) {
+  struct Case {
+    std::string array;
+    int arrayDim;
+    std::string dn;
+    platform::Answer answer;
+    std::string mode;
+    std::size_t questions;
+  };
+  const std::vector<Case> cases{
+      {"", 33, "H1", platform::Answer::No, "V_HOMO:gCOSY", 0},
+      {"", 2, "H1", platform::Answer::No, "1D:gCOSY", 1},
+      {"phase", 256, "H1", platform::Answer::No, "VPH_HOMO:gCOSY", 0},
+      {"phase", 256, "C13", platform::Answer::No, "VPH_HETERO:gCOSY", 0},
+      {"", 64, "nul", platform::Answer::No, "V_HOMO:gCOSY", 0},
+      {"d1", 5, "H1", platform::Answer::Yes, "V_HOMO:gCOSY", 1},
+      {"d1", 5, "H1", platform::Answer::No, "1D:gCOSY", 1},
+      {"", 1, "H1", platform::Answer::Yes, "1D:gCOSY", 0}};
+  test::TempFolder folder;
+  for (const Case& c : cases) {
+    WriteProcpar(folder / "procpar", Basic(c.array, c.arrayDim, c.dn));
+    test::ScriptedPrompt prompt;
+    prompt.answers = {c.answer};
+    const model::ModeResult mode = RMV(folder / "procpar", prompt);
+    EXPECT_EQ(mode.code, 0);
+    EXPECT_EQ(mode.modeText, c.mode) << c.array << " " << c.arrayDim;
+    ASSERT_EQ(prompt.shown.size(), c.questions) << c.array << " " << c.arrayDim;
+    if (c.questions) {
+      EXPECT_EQ(prompt.shown[0].text, "2D Data(Yes) or Array Data(No)?");
+    }
+  }
+  Parameters noFrequency = Basic("", 64);
+  noFrequency["sfrq"] = {false, {"0"}};
+  WriteProcpar(folder / "procpar", noFrequency);
+  test::ScriptedPrompt prompt;
+  EXPECT_EQ(RMV(folder / "procpar", prompt).code, -1);
+}
+
+// A 1D folder as instruments leave it (procpar, text, log, no curpar), in every element type.
+TEST(Varian, OneDimensionalFidReadsToKnownValuesInEveryElementType) {
+  for (const Elements type : {Elements::Float, Elements::Int32, Elements::Int16}) {
+    test::TempFolder folder;
+    const fs::path set = folder / "proton.fid";
+    fs::create_directory(set);
+    Parameters p = Basic("", 1);
+    p["np"] = {false, {"2000"}};
+    WriteProcpar(set / "procpar", p);
+    std::ofstream(set / "text") << "proton in CDCl3\n";
+    std::ofstream(set / "log") << "acquisition complete\n";
+    WriteFid(set / "fid", Blocks(1, 2000), type);
+    model::Spectrum1D s;
+    const Read r = Open(set, s);
+    ASSERT_TRUE(r.outcome.ok()) << r.detection.reason << r.outcome.message.text;
+    EXPECT_EQ(r.detection.tag, "VAR1");
+    ASSERT_EQ(s.params.POINT, 1024);  // 1000 complex points
+    for (std::size_t i = 0; i < 1000; ++i) {
+      ASSERT_EQ(s.re[i], Pattern(0, 2 * i)) << i;
+      ASSERT_EQ(s.im[i], Pattern(0, 2 * i + 1)) << i;
+    }
+    EXPECT_DOUBLE_EQ(s.params.RESOL, 4000.0 / 1024);
+    EXPECT_FLOAT_EQ(s.params.OFR, 399.782f);
+    EXPECT_EQ(s.params.EXMOD, "gCOSY");
+    EXPECT_EQ(s.params.DATIM, "16/Mar/2012 10:44:25");
+  }
+}
+
+// Absolute-value sets take one block a row; sets arrayed on phase two, into all four planes.
+TEST(Varian, TwoDimensionalFidsFillThePlanesByClass) {
+  test::TempFolder folder;
+  const fs::path absolute = folder / "cosy", phase = folder / "hsqc" / "exp";
+  fs::create_directories(absolute);
+  fs::create_directories(phase);
+  WriteProcpar(absolute / "procpar", Basic("", 40));
+  WriteFid(absolute / "fid", Blocks(40, 32), Elements::Float);
+  WriteProcpar(phase.parent_path() / "procpar", Basic("phase", 80, "C13"));  // in the parent folder
+  WriteFid(phase / "fid", Blocks(80, 32), Elements::Int32);
+
+  model::Spectrum2D s;
+  Read r = Open(absolute, s);
+  ASSERT_TRUE(r.outcome.ok()) << r.detection.reason << r.outcome.message.text;
+  EXPECT_EQ(r.detection.tag, "VAR2F");
+  EXPECT_EQ(r.detection.pulseModeClass, model::V_HOMO);
+  EXPECT_EQ(s.axis[model::F1].Point, 64);
+  EXPECT_EQ(s.axis[model::F2].Point, 16);
+  EXPECT_EQ(s.extras[model::F1].fidPoints, 40);
+  EXPECT_EQ(s.RR.at(3, 39), Pattern(39, 6));
+  EXPECT_EQ(s.IR.at(3, 39), Pattern(39, 7));
+  EXPECT_EQ(s.RR.at(3, 40), 0.0f);
+
+  r = Open(phase / "fid", s);
+  ASSERT_TRUE(r.outcome.ok()) << r.detection.reason << r.outcome.message.text;
+  EXPECT_EQ(r.detection.pulseModeClass, model::VPH_HETERO);
+  EXPECT_EQ(s.extras[model::F1].fidPoints, 40);
+  EXPECT_EQ(s.RR.at(5, 7), Pattern(14, 10));
+  EXPECT_EQ(s.IR.at(5, 7), Pattern(14, 11));
+  EXPECT_EQ(s.RI.at(5, 7), Pattern(15, 10));
+  EXPECT_EQ(s.II.at(5, 7), Pattern(15, 11));
+  EXPECT_NEAR(s.extras[model::F1].absFreqCenter, 100.525, 1e-6);
+  // rfl 1000 Hz above the low-frequency end with rfp 0: 0 ppm lies 1000 Hz into the axis.
+  EXPECT_NEAR(s.extras[model::F2].ppmFirst, -1000 / 399.782, 1e-6);
+  EXPECT_EQ(s.axis[model::F2].RefPoint, 4);  // 1000 Hz at 4000/16 Hz a point
+}
+
+// Cut files, and headers that promise more than the file holds, fail without reading outside it.
+TEST(Varian, DamagedFidsFailCleanly) {
+  test::TempFolder folder;
+  WriteProcpar(folder / "procpar", Basic("phase", 8));
+  WriteFid(folder / "fid", Blocks(8, 32), Elements::Float);
+  std::ifstream in(folder / "fid", std::ios::binary);
+  const std::string whole((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  const auto p = ReadVarianParameters(folder / "procpar");
+  ASSERT_TRUE(p);
+  model::Spectrum1D s1;
+  model::Spectrum2D s2;
+  std::string reason;
+  for (std::size_t cut = 0; cut < 32 + 28 + 128; cut += 7) {
+    std::ofstream(folder / "cut", std::ios::binary) << whole.substr(0, cut);
+    EXPECT_EQ(ReadDataVarian(folder / "cut", *p, s1, reason), -1) << cut;
+    EXPECT_EQ(ReadDataVarian2D(folder / "cut", *p, model::VPH_HOMO, s2, reason), -1) << cut;
+  }
+  std::string huge = whole;
+  huge[8] = '\x7F';  // elements per trace far beyond the file
+  std::ofstream(folder / "huge", std::ios::binary) << huge;
+  EXPECT_EQ(ReadDataVarian(folder / "huge", *p, s1, reason), -1);
+  EXPECT_EQ(ReadDataVarian2D(folder / "huge", *p, model::VPH_HOMO, s2, reason), -1);
+}
+
+// A processed phasefile: traces become rows, both axes turned to start at the low-frequency end.
+TEST(Varian, PhasefileBecomesTheRealPlane) {
+  test::TempFolder folder;
+  WriteProcpar(folder / "procpar", Basic("phase", 64));
+  WriteFid(folder / "phasefile", Blocks(6, 16), Elements::Float);
+  const auto p = ReadVarianParameters(folder / "procpar");
+  model::Spectrum2D s;
+  std::string reason;
+  ASSERT_EQ(ReadDataVarianProc2D(folder / "phasefile", *p, s, reason), 0) << reason;
+  EXPECT_EQ(s.axis[model::F2].Point, 16);
+  EXPECT_EQ(s.axis[model::F1].Point, 6);
+  EXPECT_EQ(s.RR.at(15, 5), Pattern(0, 0));
+  EXPECT_EQ(s.RR.at(0, 0), Pattern(5, 15));
+  // A 1D "data" file: pairs of values, the first trace only, the ppm axis from rfl and rfp.
+  WriteFid(folder / "data", Blocks(1, 64), Elements::Float);
+  model::Spectrum1D one;
+  ASSERT_EQ(ReadDataVarianProc(folder / "data", *p, one, reason), 0) << reason;
+  ASSERT_EQ(one.params.POINT, 32);
+  EXPECT_EQ(one.re[0], Pattern(0, 62));
+  EXPECT_EQ(one.im[0], Pattern(0, 63));
+  EXPECT_EQ(one.params.SMTMS, 8);  // rfl 1000 Hz at 4000/32 Hz a point
+  EXPECT_NEAR(one.axisPpm[8], 0.0, 1e-9);
+}
+
+}  // namespace velk::formats
