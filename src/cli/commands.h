@@ -8,5 +8,8 @@ namespace velk::cli {
 void AddInfoCommand(CLI::App& app, int& status);
 void AddConvertCommand(CLI::App& app, int& status);
 void AddExportCommand(CLI::App& app, int& status);
+#ifdef VELK_WITH_PLOT
+void AddPlotCommand(CLI::App& app, int& status);
+#endif
 
 }  // namespace velk::cli

@@ -9,6 +9,9 @@ int main(int argc, char** argv) {
   velk::cli::AddInfoCommand(app, status);
   velk::cli::AddConvertCommand(app, status);
   velk::cli::AddExportCommand(app, status);
+#ifdef VELK_WITH_PLOT
+  velk::cli::AddPlotCommand(app, status);
+#endif
   CLI11_PARSE(app, argc, argv);
   return status;
 }

@@ -14,7 +14,7 @@ double TailMean(std::span<const float> values, std::size_t n) {
 
 }  // namespace
 
-float RemoveTailAndScale(std::span<float> re, std::span<float> im) {
+float RemoveTailAndScale(std::span<float> re, std::span<float> im, float floor) {
   const std::size_t points = std::min(re.size(), im.size());
   const std::size_t n = static_cast<std::size_t>(std::nearbyint(0.4 * static_cast<double>(points)));
   if (n > 0) {
@@ -25,7 +25,7 @@ float RemoveTailAndScale(std::span<float> re, std::span<float> im) {
       im[i] = static_cast<float>(im[i] - meanIm);
     }
   }
-  float maximum = 0.1f;
+  float maximum = floor;
   for (std::size_t i = 0; i < points; ++i) maximum = std::max(maximum, std::fabs(re[i]));
   for (std::size_t i = 0; i < points; ++i) {
     re[i] /= maximum;

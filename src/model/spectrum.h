@@ -50,6 +50,9 @@ struct Spectrum2D {
   std::array<DisplayRegion, 4> regions;
   Carried2D carried;
   VendorAcquisition vendor;
+  // The contour limits, fractions of full scale; the transform sets them to 1.0 and 0.1.
+  float UpperLimit = 1.0f;
+  float LowerLimit = 0.1f;
 };
 
 struct Spectrum1D {

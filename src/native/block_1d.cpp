@@ -88,7 +88,11 @@ HistoryTexts HistoryOf(const model::Spectrum1D& s) { return {s.texts.fftUser, s.
 
 }  // namespace
 
-Entry Write1DSection(FileSink& sink, std::string_view tag, const model::Spectrum1D& s, const std::string& fileName) {
+Entry Write1DSection(FileSink& sink, std::string_view tag, const model::Spectrum1D& set, const std::string& fileName) {
+  // Width, resolution and axis step are made consistent with the axis first; without a 0 ppm
+  // frequency there is nothing to measure the width by.
+  model::Spectrum1D s = set;
+  if (set.absFreq0ppm > 0) model::RepairBeforeWrite1D(s, set.absFreq0ppm);
   sink.NextSection();
   const std::uint64_t address = WriteBlockOpening(sink, tag, std::string(kModeString), s.texts.originalFileName,
                                                   kNameWidth, EncodeParameters1D(s));

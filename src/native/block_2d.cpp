@@ -1,6 +1,7 @@
 #include "native/block_2d.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 #include "model/mode_string.h"
@@ -168,10 +169,31 @@ bool PlanesCover(const model::Spectrum2D& s) {
   return true;
 }
 
+bool NamesANucleus(const std::string& name) { return !name.empty() && name != "OFF" && name != "NUL"; }
+
+// The nucleus whose frequency stands in this ratio to the proton's, within half a percent.
+std::string NucleusOfProtonRatio(double ratio) {
+  static constexpr std::pair<double, const char*> kRatios[] = {
+      {0.153506088, "2H"}, {0.251449530, "13C"}, {0.101329118, "15N"}, {0.940062227, "19F"}, {0.404807420, "31P"}};
+  for (const auto& [known, name] : kRatios)
+    if (std::fabs(ratio / known - 1.0) < 0.005) return name;
+  return {};
+}
+
+// The file names no nucleus per axis. F2 is the observed nucleus; F1 is the same in homonuclear
+// classes, else the irradiated one when the file names it, else the one that the ratio of the
+// axes' 0 ppm frequencies points to (files converted from other formats leave IRNUC "OFF").
 void SetNuclei(model::Spectrum2D& s, int pulseModeClass) {
   s.extras[F2].nucleus = s.params.OBNUC;
+  std::string f1 = s.params.OBNUC;
   const bool homonuclear = pulseModeClass == model::VPH_HOMO || pulseModeClass == model::V_HOMO;
-  s.extras[F1].nucleus = homonuclear || s.params.IRNUC.empty() ? s.params.OBNUC : s.params.IRNUC;
+  if (!homonuclear && NamesANucleus(s.params.IRNUC)) {
+    f1 = s.params.IRNUC;
+  } else if (!homonuclear && s.params.OBNUC == "1H" && s.extras[F2].absFreq0ppm > 0) {
+    const std::string byRatio = NucleusOfProtonRatio(s.extras[F1].absFreq0ppm / s.extras[F2].absFreq0ppm);
+    if (!byRatio.empty()) f1 = byRatio;
+  }
+  s.extras[F1].nucleus = f1;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 // sections in the order the writer lays them out.
 #include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace velk::native {
@@ -23,6 +24,10 @@ inline constexpr std::int32_t kMin2DLength = 19;
 inline constexpr int kOneDSets = 40;
 // "## 1D Data 00" .. "19" stand at 520, "20" .. "39" at 832.
 constexpr std::uint64_t OneDEntryAt(int set) { return set < 20 ? 520 + 8 * set : 832 + 8 * (set - 20); }
+// "## 1D Data 00" .. "## 1D Data 39".
+inline std::string SetTag(int set) {
+  return "## 1D Data " + std::string(1, static_cast<char>('0' + set / 10)) + static_cast<char>('0' + set % 10);
+}
 // Entries from here on count only when the 2D section's address is at least the header size.
 inline constexpr std::uint64_t kLateEntriesFrom = 992;
 // Sets 00 to 18 have their length repaired from the next set's address.

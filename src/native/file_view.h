@@ -1,6 +1,9 @@
 #pragma once
 // The bytes of a whole file for reading. Large data files are mapped rather than copied, so that
-// the planes are copied once, from the page cache into the record.
+// the planes are copied once, from the page cache into the record (a fresh buffer of the file's
+// size costs five times as much: every page of it is faulted in and cleared first). A file cut
+// short by another program while it is being read would end the read with a bus error; the
+// program's own writer never shortens a file in place: it writes a new one.
 #include <cstdint>
 #include <filesystem>
 #include <span>

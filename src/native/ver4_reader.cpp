@@ -60,12 +60,6 @@ FileTable ReadFileTable(Bytes file, Version version) {
   return table;
 }
 
-std::string SetTag(int set) {
-  char tag[32];
-  std::snprintf(tag, sizeof tag, "## 1D Data %02d", set);
-  return tag;
-}
-
 // The sections this program does not interpret, whole, for the next save.
 std::vector<model::CarriedSection> CarriedSections(Bytes file, const FileTable& table, int firstSet) {
   std::vector<model::CarriedSection> carried;

@@ -28,12 +28,6 @@ FileSink Header(const std::string& name) {
   return head;
 }
 
-std::string SetTag(int set) {
-  char tag[32];
-  std::snprintf(tag, sizeof tag, "## 1D Data %02d", set);
-  return tag;
-}
-
 const model::CarriedSection* Find(const std::vector<model::CarriedSection>& carried, std::string_view tag) {
   for (const model::CarriedSection& section : carried)
     if (section.tag == tag) return &section;
@@ -120,7 +114,7 @@ Outcome WriteDataR4(const std::filesystem::path& file, const model::Spectrum2D& 
   if (s.axis[model::F2].Point <= 0 || s.axis[model::F1].Point <= 0) return {1, {}};  // nothing to save
   const std::string name = file.string();
   const PlaneSet planes = MakePlaneSet(s, words.pulseModeClass, words.realOnly != 0, mode);
-  // The planes must be stored little-endian; on a big-endian machine they go through copies.
+  // The planes go out as they lie in memory, which must be the file's little-endian order.
   static_assert(std::endian::native == std::endian::little, "planes are written as they lie in memory");
   FileSink head = Header(name);
   FileSink tail;
@@ -143,12 +137,10 @@ Outcome WriteDataR4(const std::filesystem::path& file, const model::Spectrum2D& 
 
 Outcome WriteDataR4(const std::filesystem::path& file, const model::Spectrum1D& s, const WriteOptions& options) {
   const std::string name = file.string();
-  model::Spectrum1D repaired = s;
-  model::RepairBeforeWrite1D(repaired, s.absFreq0ppm);
   FileSink head = Header(name);
   FileSink tail{kHeaderSize, {}};
   const MutableBytes header(head.bytes);
-  StoreEntry(header, OneDEntryAt(0), Write1DSection(tail, SetTag(0), repaired, name));
+  StoreEntry(header, OneDEntryAt(0), Write1DSection(tail, SetTag(0), s, name));
   WriteCarriedSets(tail, header, s.carried.sections, 1, false);
   WriteFileSections(tail, header, s.carried.sections, {s.texts.fftUser, s.firstFftDate, s.history});
   const Bytes parts[2] = {head.bytes, tail.bytes};

@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <fstream>
-#include <map>
 #include <sstream>
 
-#include "core/bytes.h"
-#include "formats/elements.h"
+#include "formats/bruker/bruker.h"
 #include "formats/jcamp/reader.h"
-#include "formats/text_lines.h"
+#include "formats/registry.h"
+#include "model/type_detector.h"
 #include "support/corpus.h"
 #include "support/run_cli.h"
 #include "support/scripted_prompt.h"
@@ -87,33 +86,24 @@ TEST(JcampReader, NtuplesSpectrumDecodesToTheValuesItsHeaderStates) {
   EXPECT_NEAR(older.axisPpm[n - 1], 15.47866, 1e-6);
 }
 
-// TopSpin's own 1r of the same aspirin sample (32-bit little-endian integers, the first point at
-// ##$OFFSET ppm, SI points over ##$SW_p Hz) has its ten strongest lines where the JCAMP export has.
+// TopSpin's own 1r of the same aspirin sample, read by the Bruker reader, has its ten strongest
+// lines where the JCAMP export has them.
 TEST(JcampReader, AspirinAgreesWithTheVendorsProcessedSpectrum) {
   const auto jcamp = Read1D("jcamp/aspirin-1h.dx");
-  const auto folder = test::CorpusPath("bruker/aspirin-1h-processed/1/pdata/1");
-  const auto procs = core::ReadWholeFile((folder / "procs").string());
-  const auto raw = core::ReadWholeFile((folder / "1r").string());
-  ASSERT_TRUE(procs && raw);
-  TextCursor cursor{*procs, 0};
-  std::map<std::string, double> p;
-  ParameterValues values;
-  for (std::string line; !(line = ReadTextLine(cursor)).empty();) {
-    std::string key;
-    SplitParameterLine(line, cursor, key, values);
-    p[key] = ParseNumber(values[0]).value_or(0);
-  }
-  std::vector<float> vendor(raw->size() / 4);
-  ASSERT_TRUE(DecodeElements(*raw, 0, vendor.size(), ElementType::Int32, core::ByteOrder::Little, vendor));
-  const auto vendorPpm = [&](std::size_t i) {
-    return p["##$OFFSET"] - static_cast<double>(i) * p["##$SW_p"] / p["##$SF"] / static_cast<double>(vendor.size());
-  };
+  model::Spectrum1D vendor;
+  const model::Detection d = model::TypeDetector(test::CorpusPath("bruker/aspirin-1h-processed/1/pdata/1/1r"), Formats());
+  ASSERT_EQ(d.tag, "BRU1") << d.reason;
+  test::ScriptedPrompt prompt;
+  platform::NoProgress progress;
+  model::DataWords words;
+  model::ReadContext context{prompt, progress, words, nullptr};
+  ASSERT_TRUE(bruker::ReadBruker1D(d.file, vendor, context).ok());
   const auto ours = StrongestPeaks(std::span<const float>(jcamp->re).first(jcamp->params.POINT), 10);
-  const auto theirs = StrongestPeaks(vendor, 10);
+  const auto theirs = StrongestPeaks(std::span<const float>(vendor.re).first(vendor.params.POINT), 10);
   ASSERT_EQ(ours.size(), 10u);
   for (std::size_t peak : ours) {
     double nearest = 1e9;
-    for (std::size_t v : theirs) nearest = std::min(nearest, std::fabs(jcamp->axisPpm[peak] - vendorPpm(v)));
+    for (std::size_t v : theirs) nearest = std::min(nearest, std::fabs(jcamp->axisPpm[peak] - vendor.axisPpm[v]));
     EXPECT_LT(nearest, 0.01) << "line at " << jcamp->axisPpm[peak] << " ppm";
   }
 }

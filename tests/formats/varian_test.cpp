@@ -9,6 +9,7 @@
 #include "formats/varian/data.h"
 #include "formats/varian/procpar.h"
 #include "model/type_detector.h"
+#include "processing/sequence.h"
 #include "support/scripted_prompt.h"
 #include "support/temp_folder.h"
 
@@ -256,6 +257,47 @@ TEST(Varian, PhasefileBecomesTheRealPlane) {
   EXPECT_EQ(one.im[0], Pattern(0, 63));
   EXPECT_EQ(one.params.SMTMS, 8);  // rfl 1000 Hz at 4000/32 Hz a point
   EXPECT_NEAR(one.axisPpm[8], 0.0, 1e-9);
+}
+
+// A NOESY-like set arrayed on phase (States: cosine and sine blocks per increment) read and
+// transformed: the peak stands at the synthetic F2 and F1 frequencies, in pure absorption.
+TEST(Varian, PhaseArrayed2DSetProcessesToItsSyntheticPeak) {
+  constexpr std::size_t kComplex = 64, kIncrements = 32;
+  constexpr double kF2Cycles = 0.1875, kF1Cycles = -0.125;  // cycles per point from the carrier
+  std::vector<std::vector<float>> blocks;
+  for (std::size_t k = 0; k < kIncrements; ++k) {
+    const double envelope = std::exp(-0.15 * static_cast<double>(k));
+    for (const double f1 : {std::cos(2 * M_PI * kF1Cycles * k), std::sin(2 * M_PI * kF1Cycles * k)}) {
+      std::vector<float>& block = blocks.emplace_back();
+      for (std::size_t i = 0; i < kComplex; ++i) {
+        const double decay = 1000 * envelope * f1 * std::exp(-0.08 * static_cast<double>(i));
+        block.push_back(static_cast<float>(decay * std::cos(2 * M_PI * kF2Cycles * i)));
+        block.push_back(static_cast<float>(decay * std::sin(2 * M_PI * kF2Cycles * i)));
+      }
+    }
+  }
+  test::TempFolder folder;
+  Parameters p = Basic("phase", 2 * kIncrements);
+  p["np"] = {false, {std::to_string(2 * kComplex)}};
+  WriteProcpar(folder / "procpar", p);
+  WriteFid(folder / "fid", blocks, Elements::Float);
+  model::Spectrum2D s;
+  const Read r = Open(folder.path, s);
+  ASSERT_TRUE(r.outcome.ok()) << r.detection.reason << r.outcome.message.text;
+  ASSERT_EQ(r.detection.pulseModeClass, model::VPH_HOMO);
+
+  processing::SequenceSettings settings = processing::MakeSequenceSettings(s, model::VPH_HOMO, model::kVarian);
+  platform::NoProgress progress;
+  std::vector<std::string> list;
+  ASSERT_EQ(processing::Execute2DFft(s, settings, {progress, list}).code, 0);
+  std::int32_t column = 0, row = 0;
+  for (std::int32_t j = 0; j < static_cast<std::int32_t>(kIncrements); ++j)
+    for (std::int32_t i = 0; i < static_cast<std::int32_t>(kComplex); ++i)
+      if (std::fabs(s.RR.at(i, j)) > std::fabs(s.RR.at(column, row))) column = i, row = j;
+  EXPECT_EQ(column, static_cast<std::int32_t>(kComplex / 2 + kF2Cycles * kComplex));
+  EXPECT_EQ(row, static_cast<std::int32_t>(kIncrements / 2 + kF1Cycles * kIncrements));
+  EXPECT_FLOAT_EQ(s.RR.at(column, row), 1.0f);  // positive absorption, normalised
+  EXPECT_NEAR(s.IR.at(column, row), 0, 0.02);
 }
 
 }  // namespace velk::formats

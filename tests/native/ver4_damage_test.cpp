@@ -112,6 +112,11 @@ TEST(Ver4Damage, BadValuesInsideTheBlocks) {
   EXPECT_EQ(back->f1.params.POINT, 0);
   EXPECT_EQ(back->f2.params.POINT, 130);
 
+  // A wrong length of set 00 is repaired from the address of set 01.
+  auto shortLength = file;
+  PutLong(shortLength, 524, 5);
+  EXPECT_EQ(Read2D(shortLength)->f2.params.POINT, 130);
+
   // An unknown magic changes nothing.
   auto wrongMagic = file;
   wrongMagic[14] = '9';

@@ -179,6 +179,10 @@ void ReadParaBruJcamp(const std::string& line, TextCursor& cursor, model::Spectr
   else if (key == "##$NS") p.SCANS = Clamped<std::int32_t>(number());
   else if (key == "##$TE") p.CTEMP = static_cast<float>(number());
   else if (key == "##$DATE" && p.DATIM.empty()) p.DATIM = DateFromSeconds(number());
+  // The digital filter of the receiver, which the transform of a FID needs.
+  else if (key == "##$GRPDLY") s.vendor.groupDelay = number();
+  else if (key == "##$DECIM") s.vendor.decimation = Clamped<std::int32_t>(number());
+  else if (key == "##$DSPFVS") s.vendor.filterVersion = Clamped<std::int32_t>(number());
   // "##$CNST" is read past (its array lines belong to it) and kept nowhere.
 }
 

@@ -9,6 +9,7 @@
 #include "formats/jcamp/asdf.h"
 #include "formats/jcamp/header.h"
 #include "formats/jcamp/messages.h"
+#include "formats/fid_scaling.h"
 #include "formats/jcamp/params.h"
 #include "formats/read_result.h"
 
@@ -37,12 +38,6 @@ struct Session {
 };
 
 using Failure = ReadFailure;
-
-std::int64_t PowerOfTwoAtLeast(std::int64_t n) {
-  std::int64_t size = 2;  // doubling from 1 at least once
-  while (size < n) size *= 2;
-  return size;
-}
 
 void EnterJeolSection(TextCursor& cursor, model::Spectrum1D& s) {
   for (;;) {
@@ -84,7 +79,7 @@ void ReadTable(TextCursor& cursor, Session& session, bool imaginaryPage) {
   if (count < 1) return;  // a table without its size is skipped
   if (count > kMax1DPoints) throw Failure{msg::kTooLarge};
   if (session.real.empty()) {
-    const std::int64_t size = session.ntuples ? PowerOfTwoAtLeast(count) : count;
+    const std::int64_t size = session.ntuples ? PaddedFidSize(count) : count;
     session.real.assign(static_cast<std::size_t>(size), 0.0);
     session.imag.assign(static_cast<std::size_t>(size), 0.0);
     session.count = static_cast<std::size_t>(count);
@@ -148,33 +143,20 @@ void ApplyHeader(const JcampHeader& h, model::Spectrum1D& s) {
 // The FID: the X step is the dwell time; the offset of the last 40 % is removed and the largest
 // real value scales the points to 1 (from 1e-11, so that an empty FID stays finite).
 void ConvertFid(Session& session, int acquisitionClass, model::Spectrum1D& s) {
-  const std::int64_t size = PowerOfTwoAtLeast(static_cast<std::int64_t>(session.count));
-  session.real.resize(static_cast<std::size_t>(size));
-  session.imag.resize(static_cast<std::size_t>(size));
+  const std::int32_t size = PaddedFidSize(static_cast<std::int64_t>(session.count));
   double dwell = session.count > 1 ? (session.lastX - session.firstX) / static_cast<double>(session.count - 1) : 0;
   if (!(dwell > 0)) dwell = session.xFactor;
   const double width = dwell > 0 ? 1.0 / dwell : 0;
   const std::size_t n = session.count;
+  if (model::AllocateSpectrum1D(s, size) != 0) throw Failure{msg::kDataSize};
   for (std::size_t i = 0; i < n; ++i) {
-    session.real[i] *= session.realFactor;
-    session.imag[i] *= session.imagFactor;
     // Sign-alternated sampling becomes what the transform expects.
-    if (acquisitionClass == 2 && i % 2 == 1) session.real[i] = -session.real[i], session.imag[i] = -session.imag[i];
+    const double sign = acquisitionClass == 2 && i % 2 == 1 ? -1 : 1;
+    s.re[i] = static_cast<float>(sign * session.realFactor * session.real[i]);
+    s.im[i] = static_cast<float>(sign * session.imagFactor * session.imag[i]);
   }
-  const std::size_t tail = static_cast<std::size_t>(std::nearbyint(0.4 * static_cast<double>(n)));
-  if (tail > 0) {
-    double sumRe = 0, sumIm = 0;
-    for (std::size_t i = n - tail; i < n; ++i) sumRe += session.real[i], sumIm += session.imag[i];
-    for (std::size_t i = 0; i < n; ++i) session.real[i] -= sumRe / tail, session.imag[i] -= sumIm / tail;
-  }
-  double maximum = 1e-11;
-  for (std::size_t i = 0; i < n; ++i) maximum = std::max(maximum, std::fabs(session.real[i]));
-  if (model::AllocateSpectrum1D(s, static_cast<std::int32_t>(size)) != 0) throw Failure{msg::kDataSize};
-  for (std::size_t i = 0; i < n; ++i) {
-    s.re[i] = static_cast<float>(session.real[i] / maximum);
-    s.im[i] = static_cast<float>(session.imag[i] / maximum);
-  }
-  s.params.POINT = static_cast<std::int32_t>(size);
+  RemoveTailAndScale(std::span(s.re).first(n), std::span(s.im).first(n), 1e-11f);
+  s.params.POINT = size;
   s.params.FREQU = static_cast<float>(width);
   s.params.RESOL = width / static_cast<double>(size);
   s.params.ACQTM = static_cast<float>(dwell * static_cast<double>(n));

@@ -1,0 +1,36 @@
+#pragma once
+// The picture of the main view without the window around it: the contour with both axes, the F2
+// trace above it, the F1 trace beside it and the level bar, composed as the main window shows them.
+#include <string>
+
+#include "display/contour.h"
+#include "display/display_state.h"
+#include "display/traces.h"
+#include "model/spectrum.h"
+#include "platform/progress.h"
+#include "platform/surface.h"
+
+namespace velk::display {
+
+struct MainViewInput {
+  const model::Spectrum2D& spectrum;
+  int pulseModeClass;
+  const ContourSetting& setting;
+  DisplayState view;  // the window in ppm
+  TraceKind traces = TraceKind::Projection;
+  std::string captionF2;
+  std::string captionF1;
+};
+
+// Where the parts of the picture go on a surface of the given size.
+struct MainViewLayout {
+  Rect contour, axisF2, axisF1, traceF2, traceF1, levelBar;
+  int textHeight = 12;
+};
+MainViewLayout LayOutMainView(platform::Extent size, bool withTraces);
+
+// Draws the whole picture; false when the window spans less than a point or the user quit.
+bool DrawMainView(platform::Surface& surface, platform::Extent size, const MainViewInput& input,
+                  platform::Progress& progress);
+
+}  // namespace velk::display
