@@ -11,5 +11,6 @@ void AddExportCommand(CLI::App& app, int& status);
 #ifdef VELK_WITH_PLOT
 void AddPlotCommand(CLI::App& app, int& status);
 #endif
+void AddProcessCommand(CLI::App& app, int& status);
 
 }  // namespace velk::cli

@@ -7,12 +7,13 @@
 #include "cli/jcamp_output.h"
 #include "cli/read_input.h"
 #include "core/text.h"
+#include "formats/alice/alice.h"
 #include "native/ver4_file.h"
 
 namespace velk::cli {
 namespace {
 
-enum class OutputFormat { Unknown, Ver4, Jcamp };
+enum class OutputFormat { Unknown, Ver4, Jcamp, Alice };
 
 // The written format follows the output name's extension.
 OutputFormat OutputFormatOf(const std::filesystem::path& out) {
@@ -20,6 +21,7 @@ OutputFormat OutputFormatOf(const std::filesystem::path& out) {
   if (extension == ".VLK" || extension == ".VLK1" || extension == ".VLK2" || extension == ".VL1" || extension == ".VL2")
     return OutputFormat::Ver4;
   if (extension == ".JDX" || extension == ".DX") return OutputFormat::Jcamp;
+  if (extension == ".ALS") return OutputFormat::Alice;
   return OutputFormat::Unknown;
 }
 
@@ -35,10 +37,25 @@ struct ConvertOptions {
   JcampOutputOptions jcamp;
 };
 
+// Alice files hold one 1D data set, FID or spectrum.
+int WriteAlice(const ConvertOptions& o, const LoadedData& data) {
+  if (!data.oneD) {
+    std::cerr << "velk2d-cli convert: " << o.out << ": an Alice file holds 1D data only\n";
+    return 1;
+  }
+  const platform::Outcome outcome = formats::WriteDataALS(o.out, *data.oneD, model::IsProcessed(data.detection.code));
+  if (!outcome.ok()) {
+    std::cerr << "velk2d-cli convert: " << o.out << ": " << outcome.message.text << "\n";
+    return 2;
+  }
+  std::cout << "wrote " << o.out << " (Alice, 1D)\n";
+  return 0;
+}
+
 int RunConvert(const ConvertOptions& o) {
   const OutputFormat format = OutputFormatOf(o.out);
   if (format == OutputFormat::Unknown) {
-    std::cerr << "velk2d-cli convert: " << o.out << ": unknown output type (use .vlk, .vlk1, .vlk2, .vl1, .vl2, .jdx or .dx)\n";
+    std::cerr << "velk2d-cli convert: " << o.out << ": unknown output type (use .vlk, .vlk1, .vlk2, .vl1, .vl2, .jdx, .dx or .als)\n";
     return 2;
   }
   CliPrompt prompt;
@@ -47,6 +64,7 @@ int RunConvert(const ConvertOptions& o) {
     std::cerr << "velk2d-cli convert: " << o.in << ": " << data.error << "\n";
     return data.status;
   }
+  if (format == OutputFormat::Alice) return WriteAlice(o, data);
   if (format == OutputFormat::Jcamp) {
     std::string written;
     const platform::Outcome outcome = WriteJcampOutput(o.out, data, o.jcamp, written);
@@ -72,10 +90,10 @@ int RunConvert(const ConvertOptions& o) {
 }  // namespace
 
 void AddConvertCommand(CLI::App& app, int& status) {
-  auto* command = app.add_subcommand("convert", "Read any data file the program reads and save it as a Ver.4 or a JCAMP-DX file");
+  auto* command = app.add_subcommand("convert", "Read any data file the program reads and save it as a Ver.4 or a JCAMP-DX file (or a 1D set as an Alice file)");
   auto options = std::make_shared<ConvertOptions>();
   command->add_option("IN", options->in, "a data file or a vendor's data folder")->required();
-  command->add_option("-o,--output", options->out, "the file to write: .vlk2 (or .vlk, .vlk1, .vl1, .vl2), or .jdx/.dx for JCAMP-DX")->required();
+  command->add_option("-o,--output", options->out, "the file to write: .vlk2 (or .vlk, .vlk1, .vl1, .vl2), .jdx/.dx for JCAMP-DX, or .als for a 1D set")->required();
   command->add_option("--mode", options->mode, "what a phase-sensitive 2D set keeps: all planes, the real plane, or the power spectrum")
       ->check(CLI::IsMember({"all", "real", "power"}));
   command->add_flag("--keep-backup", options->keepBackup,

@@ -12,6 +12,7 @@ int main(int argc, char** argv) {
 #ifdef VELK_WITH_PLOT
   velk::cli::AddPlotCommand(app, status);
 #endif
+  velk::cli::AddProcessCommand(app, status);
   CLI11_PARSE(app, argc, argv);
   return status;
 }

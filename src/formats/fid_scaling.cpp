@@ -6,10 +6,10 @@
 namespace velk::formats {
 namespace {
 
-double TailMean(std::span<const float> values, std::size_t n) {
+float TailMean(std::span<const float> values, std::size_t n) {
   double sum = 0;
   for (std::size_t i = values.size() - n; i < values.size(); ++i) sum += values[i];
-  return sum / static_cast<double>(n);
+  return static_cast<float>(sum / static_cast<double>(n));
 }
 
 }  // namespace
@@ -18,11 +18,11 @@ float RemoveTailAndScale(std::span<float> re, std::span<float> im, float floor) 
   const std::size_t points = std::min(re.size(), im.size());
   const std::size_t n = static_cast<std::size_t>(std::nearbyint(0.4 * static_cast<double>(points)));
   if (n > 0) {
-    const double meanRe = TailMean(re.first(points), n);
-    const double meanIm = TailMean(im.first(points), n);
+    const float meanRe = TailMean(re.first(points), n);
+    const float meanIm = TailMean(im.first(points), n);
     for (std::size_t i = 0; i < points; ++i) {
-      re[i] = static_cast<float>(re[i] - meanRe);
-      im[i] = static_cast<float>(im[i] - meanIm);
+      re[i] -= meanRe;
+      im[i] -= meanIm;
     }
   }
   float maximum = floor;

@@ -93,11 +93,11 @@ bool TransformF2Rows(Plane& X, Plane& Y, std::int32_t rows, std::int32_t n, std:
     for (std::int32_t i0 = lo; i0 < hi; i0 += kTile) {
       const std::int32_t i1 = std::min(hi, i0 + kTile);
       for (int b = 0; b < count; ++b) {
-        const float* x = xs[b] + shift;
-        const float* y = ys[b] + shift;
+        const float* x = xs[b];
+        const float* y = ys[b];
         for (std::int32_t i = i0; i < i1; ++i) {
-          re[static_cast<std::size_t>(i) * kLanes + b] = x[i] * W[i];
-          im[static_cast<std::size_t>(i) * kLanes + b] = sign * y[i] * W[i];
+          re[static_cast<std::size_t>(i) * kLanes + b] = x[i + shift] * W[i];
+          im[static_cast<std::size_t>(i) * kLanes + b] = sign * y[i + shift] * W[i];
         }
       }
     }

@@ -165,7 +165,8 @@ std::string FinalStage(model::Spectrum2D& s, SequenceSettings& settings, bool wi
   for (AxisProcessing& a : settings.axis) a.phase0 = a.phase1 = 0;
   WriteProcessingText(s, settings, withPrediction);
   s.texts.fftUser = settings.operatorName;
-  return Now();
+  s.firstFftDate = Now();
+  return s.firstFftDate;
 }
 
 }  // namespace velk::processing

@@ -4,6 +4,8 @@
 
 #include <cmath>
 #include <fstream>
+#include <cstring>
+#include <iterator>
 #include <map>
 
 #include <nlohmann/json.hpp>
@@ -58,6 +60,34 @@ void ExpectAxis(const nlohmann::json& data, const char* axis, int points, double
   EXPECT_NEAR(field("spectral_width_hz").get<double>(), widthHz, 0.01) << where << " " << axis;
   EXPECT_NEAR(field("observe_mhz").get<double>(), mhz, 1e-4) << where << " " << axis;
   EXPECT_EQ(field("nuclei").get<std::string>(), nucleus) << where << " " << axis;
+}
+
+// The vendor's matrix in its own orientation (row 0 the highest F1 frequency), assembled from
+// the submatrices in which the file stores it.
+std::vector<float> VendorMatrix(const fs::path& file, int n2, int n1, int x2, int x1) {
+  std::ifstream in(file, std::ios::binary);
+  std::vector<std::int32_t> values(static_cast<std::size_t>(n1) * n2);
+  in.read(reinterpret_cast<char*>(values.data()), static_cast<std::streamsize>(values.size() * 4));
+  EXPECT_TRUE(in) << file;
+  std::vector<float> matrix(values.size());
+  std::size_t k = 0;
+  for (int bi = 0; bi < n1 / x1; ++bi)
+    for (int bj = 0; bj < n2 / x2; ++bj)
+      for (int i = 0; i < x1; ++i)
+        for (int j = 0; j < x2; ++j)
+          matrix[static_cast<std::size_t>(bi * x1 + i) * n2 + bj * x2 + j] = static_cast<float>(values[k++]);
+  return matrix;
+}
+
+// The float32 data of a .npy file that export wrote.
+std::vector<float> NpyData(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  EXPECT_GT(bytes.size(), 10u);
+  const std::size_t header = 10 + static_cast<unsigned char>(bytes[8]) + 256 * static_cast<unsigned char>(bytes[9]);
+  std::vector<float> data((bytes.size() - header) / 4);
+  std::memcpy(data.data(), bytes.data() + header, data.size() * 4);
+  return data;
 }
 
 double Carrier(const Keys& procs) {
@@ -131,6 +161,29 @@ TEST(BrukerCorpus, HsqcQuadrantsGoToTheirPlanesValueForValue) {
         mismatches += plane->at(column, row) !=
                       static_cast<float>(values[static_cast<std::size_t>(n1 - 1 - row) * n2 + (n2 - 1 - column)]);
     EXPECT_EQ(mismatches, 0) << file;
+  }
+}
+
+// export writes our RR, low frequencies first: the vendor's matrix with both axes turned, value for
+// value, for one submatrix (HSQC) and for 16 x 16 submatrices of 128 points (COSY with NUS).
+TEST(BrukerCorpus, ExportedRealPlaneIsTheVendorsMatrixTurned) {
+  TempFolder out;
+  for (const char* set : {"cyclosporin_hsqc/3", "cosy-nus/2"}) {
+    const fs::path folder = CorpusPath(std::string("bruker/") + set + "/pdata/1");
+    const Keys procs = ReadKeys(folder / "procs"), proc2s = ReadKeys(folder / "proc2s");
+    const int n2 = std::stoi(procs.at("SI")), n1 = std::stoi(proc2s.at("SI"));
+    const auto vendor = VendorMatrix(folder / "2rr", n2, n1, std::stoi(procs.at("XDIM")), std::stoi(proc2s.at("XDIM")));
+    const fs::path npy = out / "rr.npy";
+    const CliRun run = RunCli("export " + Quoted(folder.string()) + " --plane RR -o " + Quoted(npy.string()));
+    ASSERT_EQ(run.exitStatus, 0) << run.err;
+    const auto ours = NpyData(npy);
+    ASSERT_EQ(ours.size(), vendor.size()) << set;
+    int mismatches = 0;
+    for (int row = 0; row < n1; ++row)
+      for (int column = 0; column < n2; ++column)
+        mismatches += ours[static_cast<std::size_t>(row) * n2 + column] !=
+                      vendor[static_cast<std::size_t>(n1 - 1 - row) * n2 + (n2 - 1 - column)];
+    EXPECT_EQ(mismatches, 0) << set;
   }
 }
 

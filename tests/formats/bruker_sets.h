@@ -39,7 +39,8 @@ template <class Spectrum>
 ReadResult Read(const std::filesystem::path& file, Spectrum& s, ScriptedPrompt& prompt, bool fidBaseline = false) {
   platform::NoProgress progress;
   ReadResult r;
-  model::ReadContext context{prompt, progress, r.words, nullptr, nullptr, nullptr, fidBaseline};
+  model::ReadContext context{prompt, progress, r.words, nullptr};
+  context.fidBaseline = fidBaseline;
   model::DetectedFile detected;
   detected.path = file;
   detected.folder = file.parent_path();

@@ -96,7 +96,7 @@ TEST(BrukerRawData, RowPairsFollowTheF1QuadratureScheme) {
     EXPECT_EQ(s.extras[model::F1].fidPoints, 2);
     EXPECT_FLOAT_EQ(s.axis[model::F1].Frequency, 200 * 25.0025f);
     EXPECT_EQ(s.extras[model::F1].nucleus, "13C");
-    EXPECT_EQ(s.fidShift, 67);
+    EXPECT_EQ(s.fidShift, 68);  // GRPDLY 67.75 to the nearest point
     const float odd = c.negateOdd ? -1.0f : 1.0f;
     for (int j : {0, 1, 549}) {
       EXPECT_EQ(s.RR.at(j, 0), Value(0, 2 * j));
@@ -109,7 +109,7 @@ TEST(BrukerRawData, RowPairsFollowTheF1QuadratureScheme) {
   }
 }
 
-// Echo E and anti-echo A of one increment become cos = E + A and sin = i (A - E).
+// Echo E and anti-echo A of one increment become cos = E + A and sin = i (E - A).
 TEST(BrukerRawData, EchoAntiechoPairsAreRecombined) {
   TempFolder folder;
   folder.Write("acqus", F2Acqus(256));
@@ -123,15 +123,15 @@ TEST(BrukerRawData, EchoAntiechoPairsAreRecombined) {
   ASSERT_TRUE(Read(folder.Write("ser", Binary(ser)), s, prompt).outcome.ok());
   EXPECT_EQ(s.RR.at(0, 0), 10.0f);
   EXPECT_EQ(s.IR.at(0, 0), 7.0f);
-  EXPECT_EQ(s.RI.at(0, 0), 3.0f);  // i * (4 - 3i) = 3 + 4i
-  EXPECT_EQ(s.II.at(0, 0), 4.0f);
+  EXPECT_EQ(s.RI.at(0, 0), -3.0f);  // i * (-4 + 3i) = -3 - 4i
+  EXPECT_EQ(s.II.at(0, 0), -4.0f);
   EXPECT_TRUE(s.vendor.echoAntiechoCombined);
   // With the FID baseline option the tail mean of each row (points 102..127) is subtracted.
   model::Spectrum2D corrected;
   ASSERT_TRUE(Read(folder / "ser", corrected, prompt, true).outcome.ok());
   EXPECT_EQ(corrected.RR.at(0, 0), 8.0f);
   EXPECT_EQ(corrected.RR.at(127, 0), 0.0f);
-  EXPECT_EQ(corrected.II.at(0, 0), 4.0f + 2.0f);  // the sine row's tail holds -2
+  EXPECT_EQ(corrected.II.at(0, 0), -4.0f - 2.0f);  // the sine row's tail holds 2
   EXPECT_NE(s.processing[0].find("Echo-Antiecho"), std::string::npos);
   EXPECT_NE(s.processing[1].find("GRPDLY"), std::string::npos);
 }

@@ -111,7 +111,7 @@ platform::Outcome ReadDataAlice(const std::filesystem::path& path, model::Spectr
     const auto n = static_cast<std::size_t>(points);
     RemoveTailAndScale(std::span(s->re).first(n), std::span(s->im).first(n));
   }
-  p.POINT = points;
+  p.POINT = isSpectrum ? points : PaddedFidSize(points);
   s->texts.dataTypeText = std::string(model::TagsOf(model::kAlice).name);
   s->texts.fileName = path.string();
   s->texts.originalFileName = path.string();

@@ -4,32 +4,9 @@
 
 #include "formats/bruker/data_file.h"
 #include "formats/bruker/messages.h"
+#include "formats/fid_scaling.h"
 
 namespace velk::formats::bruker {
-namespace {
-
-// The mean of the last 40 % of each channel is the receiver's offset; it is subtracted.
-void RemoveOffset(model::Spectrum1D& s, std::int32_t points) {
-  const std::int32_t n = static_cast<std::int32_t>(std::nearbyint(0.4 * points));
-  if (n <= 0) return;
-  for (std::vector<float>* channel : {&s.re, &s.im}) {
-    double sum = 0;
-    for (std::int32_t i = points - n; i < points; ++i) sum += (*channel)[i];
-    const float mean = static_cast<float>(sum / n);
-    for (std::int32_t i = 0; i < points; ++i) (*channel)[i] -= mean;
-  }
-}
-
-void ScaleToMaximum(model::Spectrum1D& s, std::int32_t paddedSize) {
-  float maximum = 0.1f;
-  for (std::int32_t i = 0; i < paddedSize; ++i) maximum = std::max(maximum, std::fabs(s.re[i]));
-  for (std::int32_t i = 0; i < paddedSize; ++i) {
-    s.re[i] /= maximum;
-    s.im[i] /= maximum;
-  }
-}
-
-}  // namespace
 
 platform::Outcome ReadDataBru(const fs::path& fid, model::Spectrum1D& s, LoadState& state,
                               model::ReadContext& context) {
@@ -46,8 +23,7 @@ platform::Outcome ReadDataBru(const fs::path& fid, model::Spectrum1D& s, LoadSta
     s.re[i] = values[2 * i];
     s.im[i] = -values[2 * i + 1];  // this vendor's imaginary channel has the opposite sign
   }
-  RemoveOffset(s, points);
-  ScaleToMaximum(s, s.params.POINT);
+  RemoveTailAndScale(std::span(s.re).first(points), std::span(s.im).first(points));
   return {};
 }
 

@@ -26,16 +26,17 @@ std::uint64_t RawRowStride(std::uint64_t complexPoints, ElementType type, std::u
   return blocks;
 }
 
-// Echo and anti-echo rows of one increment become its cosine and sine rows:
-// cos = echo + antiecho, sin = i (antiecho - echo), each with its real and imaginary F2 parts.
+// Echo E and anti-echo A rows of one increment become its cosine and sine rows:
+// cos = E + A, sin = i (E - A), each with its real and imaginary F2 parts. The sign of the sine row
+// is the one that puts the vendor's own processed peaks where ours are (cyclosporin HSQC).
 void CombineEchoAntiecho(std::span<float> echoRe, std::span<float> echoIm, std::span<float> antiRe,
                          std::span<float> antiIm, std::int32_t points) {
   for (std::int32_t j = 0; j < points; ++j) {
     const float er = echoRe[j], ei = echoIm[j], ar = antiRe[j], ai = antiIm[j];
     echoRe[j] = er + ar;
     echoIm[j] = ei + ai;
-    antiRe[j] = ei - ai;
-    antiIm[j] = ar - er;
+    antiRe[j] = ai - ei;
+    antiIm[j] = er - ar;
   }
 }
 
@@ -70,7 +71,7 @@ void NoteRawReading(model::Spectrum2D& s, bool phaseSensitive, int fnMode, bool 
                 : negateOdd ? ", every other row pair negated" : "");
   NoteProcessing(s, text);
   if (s.vendor.groupDelay > 0) {
-    const double whole = std::floor(s.vendor.groupDelay);
+    const double whole = std::nearbyint(s.vendor.groupDelay);
     std::snprintf(text, sizeof text,
                   "Bruker digital filter GRPDLY %.4f: FID shift %d points, %.4f point left as first-order phase",
                   s.vendor.groupDelay, static_cast<int>(whole), s.vendor.groupDelay - whole);
@@ -151,7 +152,9 @@ platform::Outcome RDBru(const fs::path& ser, model::Spectrum2D& s, LoadState& st
     for (std::size_t k = 0; k < (phase ? 4u : 2u); ++k) SubtractTailMean(*planes[k], rows, points);
   }
   s.vendor.echoAntiechoCombined = echoAntiecho;
-  if (s.vendor.groupDelay > 0) s.fidShift = static_cast<std::int32_t>(std::floor(s.vendor.groupDelay));
+  // The digital filter's onset: the nearest whole number of points goes to the FID shift, so that
+  // what is left (a fraction of a point) is a small first-order phase.
+  if (s.vendor.groupDelay > 0) s.fidShift = static_cast<std::int32_t>(std::nearbyint(s.vendor.groupDelay));
   NoteRawReading(s, phase, fnMode, negateOdd);
   return {};
 }

@@ -138,13 +138,13 @@ int ParseAcquisitionFile(const std::filesystem::path& file, AcquisitionFile& a) 
       {"##$BYTORDA", OptionalInt(a.byteOrder)},
       {"##$DTYPA", OptionalInt(a.dataType)},
       {"##$DE", Float(a.deadTime)},
-      {"##$BF1", Float(a.bf1)},
+      {"##$BF1", Double(a.bf1)},
       {"##$DS", Integer(a.dummyScans)},
       {"##$FW", Float(a.filterWidth)},
       {"##$RO", Float(a.spinRate)},
       {"##$SFO1", [&a](const ParameterValues& v) {
          if (!ToDouble(v[0], a.sfo1)) return false;
-         a.offsetHz = static_cast<float>(a.sfo1 * 1e6 - static_cast<double>(a.bf1) * 1e6);
+         a.offsetHz = static_cast<float>(a.sfo1 * 1e6 - a.bf1 * 1e6);
          return true;
        }},
       {"##$SW_H", Float(a.swHz)},

@@ -19,7 +19,8 @@ struct AcquisitionFile {
   std::string pulseProgram, probeHead, gradientProgram, instrument, solvent, decoupledNucleus;
   std::string nuc1, nucleus;  // upper-cased candidates
   std::optional<std::int16_t> aqMod, byteOrder, dataType;
-  float deadTime = 0, bf1 = 0, filterWidth = 0, spinRate = 0, swHz = 0;
+  float deadTime = 0, filterWidth = 0, spinRate = 0, swHz = 0;
+  double bf1 = 0;  // kept double: as a single float it is off by some hertz, a point of a 1H axis
   std::optional<float> temperatureK;
   double sfo1 = 0;
   float offsetHz = 0;  // SFO1 - BF1, from the BF1 that stood in front of SFO1

@@ -85,8 +85,9 @@ platform::Outcome ReadDataDelta(const std::filesystem::path& path, model::Spectr
   const auto values = DecodeSection(file);
   if (!values) return invalid;
   model::NmrParameters& p = s->params;
-  // A FID has as many complex points as its data hold; a spectrum the header's points.
-  p.POINT = isSpectrum ? points : static_cast<std::int32_t>(values->size() / 2);
+  // A spectrum has the header's points; a FID is kept at the power of two that holds the complex
+  // points of its data, as every reader keeps a FID.
+  p.POINT = isSpectrum ? points : PaddedFidSize(static_cast<std::int64_t>(values->size() / 2));
   if (!(isSpectrum ? FillSpectrum(*values, points, *s) : FillFid(*values, *s))) return {1, SizeError()};
   FillCommonFields(path, file, settings, options, s->texts, s->comment, p);
   p.FREQU = static_cast<float>(width.sweepHz);

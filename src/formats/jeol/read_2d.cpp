@@ -164,6 +164,11 @@ platform::Outcome ReadData2DDelta(const std::filesystem::path& path, model::Spec
   if (settings.flipF1)
     for (int i = 0; i < l.sections; ++i) FlipRows(*planes[i], l.f1);
 
+  // In a heteronuclear set the second channel is the irradiated one: the records name it so.
+  if (s->params.IRNUC.empty() && y.nucleus != x.nucleus) {
+    s->params.IRNUC = y.nucleus;
+    if (s->params.IRFRQ == 0) s->params.IRFRQ = static_cast<float>(y.frequencyMHz);
+  }
   FillCommonFields(path, file, settings, options, s->texts, s->comment, s->params);
   FillAxis(x, w[kX], l.f2, isSpectrum, s->axis[model::F2], s->extras[model::F2]);
   FillAxis(y, w[kY], l.f1, isSpectrum, s->axis[model::F1], s->extras[model::F1]);
@@ -172,7 +177,7 @@ platform::Outcome ReadData2DDelta(const std::filesystem::path& path, model::Spec
   p.FREQU = static_cast<float>(w[kX].sweepHz);
   p.RESOL = w[kX].hzPerPoint;
   p.ACQTM = static_cast<float>(w[kX].acquisitionTime);
-  s->cycleTime = p.ACQTM + p.PD;
+  model::RepairAfterRead2D(*s, context.words.pulseModeClass);
   model::RebuildPpmTables(*s);
   spectrum = std::move(*s);
   context.words.realOnly = l.sections == 1 ? 1 : 0;
