@@ -19,7 +19,7 @@ void Put(std::vector<std::uint8_t>& b, std::size_t at, T value, core::ByteOrder 
 
 }  // namespace
 
-std::vector<std::uint8_t> BuildDelta(const DeltaSpec& s) {
+std::vector<std::uint8_t> BuildDelta(const DeltaLayout& s) {
   const std::uint32_t parameterLength = 16 + kRecordSize * static_cast<std::uint32_t>(s.records.size());
   const std::uint32_t dataStart = kParameters + parameterLength;
   const std::size_t width = s.singles ? 4 : 8;

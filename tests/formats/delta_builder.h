@@ -18,7 +18,7 @@ struct DeltaRecordSpec {
   double value = 0;
 };
 
-struct DeltaSpec {
+struct DeltaLayout {
   core::ByteOrder headerOrder = core::ByteOrder::Big;
   core::ByteOrder dataOrder = core::ByteOrder::Big;  // byte 8 follows it
   int dimensions = 1;
@@ -34,7 +34,7 @@ struct DeltaSpec {
   std::vector<double> data;  // in file order
 };
 
-std::vector<std::uint8_t> BuildDelta(const DeltaSpec& spec);
+std::vector<std::uint8_t> BuildDelta(const DeltaLayout& layout);
 
 // The data of a 2D section in 32 x 32 submatrices from a value per (section, column, row).
 std::vector<double> Submatrices(int sections, std::int32_t columns, std::int32_t rows,

@@ -15,7 +15,7 @@ namespace velk::formats {
 namespace {
 
 using test::DeltaRecordSpec;
-using test::DeltaSpec;
+using test::DeltaLayout;
 constexpr auto kBig = core::ByteOrder::Big;
 constexpr auto kLittle = core::ByteOrder::Little;
 
@@ -30,18 +30,18 @@ struct Reader {
   std::filesystem::path Save(const std::vector<std::uint8_t>& bytes) {
     return folder.Write("f" + std::to_string(files++) + ".jdf", std::string(bytes.begin(), bytes.end()));
   }
-  platform::Outcome Read1D(const DeltaSpec& spec, model::Spectrum1D& s, const DeltaOptions& o = {}) {
-    return ReadDataDelta(Save(test::BuildDelta(spec)), s, context, o);
+  platform::Outcome Read1D(const DeltaLayout& layout, model::Spectrum1D& s, const DeltaOptions& o = {}) {
+    return ReadDataDelta(Save(test::BuildDelta(layout)), s, context, o);
   }
-  platform::Outcome Read2D(const DeltaSpec& spec, model::Spectrum2D& s, const DeltaOptions& o = {}) {
-    return ReadData2DDelta(Save(test::BuildDelta(spec)), s, context, o);
+  platform::Outcome Read2D(const DeltaLayout& layout, model::Spectrum2D& s, const DeltaOptions& o = {}) {
+    return ReadData2DDelta(Save(test::BuildDelta(layout)), s, context, o);
   }
 };
 
 // A 1D FID of 16 complex points: real half then imaginary half, the last 40 % zero so that the
 // tail level is 0 and the scale is the largest real value, 8.
-DeltaSpec SmallFid() {
-  DeltaSpec s;
+DeltaLayout SmallFid() {
+  DeltaLayout s;
   s.points = {16, 1};
   s.stop = {0.015, 0};
   for (int j = 0; j < 16; ++j) s.data.push_back(j < 9 ? 8.0 - j : 0.0);
@@ -67,12 +67,12 @@ TEST(DeltaReader, AFidReadsAlikeInEveryByteOrderAndElementWidth) {
   std::vector<model::Spectrum1D> read;
   for (auto [header, data, singles] : {std::tuple{kBig, kBig, false}, std::tuple{kLittle, kLittle, false},
                                        std::tuple{kBig, kLittle, false}, std::tuple{kBig, kLittle, true}}) {
-    DeltaSpec spec = SmallFid();
-    spec.headerOrder = header;
-    spec.dataOrder = data;
-    spec.singles = singles;
+    DeltaLayout layout = SmallFid();
+    layout.headerOrder = header;
+    layout.dataOrder = data;
+    layout.singles = singles;
     read.emplace_back();
-    ASSERT_TRUE(r.Read1D(spec, read.back()).ok());
+    ASSERT_TRUE(r.Read1D(layout, read.back()).ok());
   }
   const model::Spectrum1D& s = read.front();
   for (int j = 0; j < 16; ++j) {
@@ -101,35 +101,35 @@ TEST(DeltaReader, AFidReadsAlikeInEveryByteOrderAndElementWidth) {
 
 TEST(DeltaReader, SpectraAreTurnedToStartAtTheLowFrequencyEnd) {
   Reader r;
-  DeltaSpec spec = SmallFid();
-  spec.units = {1, 26, 0, 0};
-  spec.start = {10.0, 0};
-  spec.stop = {0.0, 0};
-  spec.records.back().value = 5.0;  // the centre
+  DeltaLayout layout = SmallFid();
+  layout.units = {1, 26, 0, 0};
+  layout.start = {10.0, 0};
+  layout.stop = {0.0, 0};
+  layout.records.back().value = 5.0;  // the centre
   model::Spectrum1D s;
-  ASSERT_TRUE(r.Read1D(spec, s).ok());  // 32 values for 16 points: real and imaginary sections
+  ASSERT_TRUE(r.Read1D(layout, s).ok());  // 32 values for 16 points: real and imaginary sections
   EXPECT_FLOAT_EQ(s.re[0], 0.0f);        // file element 15
   EXPECT_FLOAT_EQ(s.re[15], 8.0f);       // file element 0
   EXPECT_FLOAT_EQ(s.im[15], 0.0f);       // file element 16
   EXPECT_NEAR(s.axisPpm[0], 0.0, 1e-9);
   EXPECT_NEAR(s.axisPpm[15], 10.0 * 15 / 16, 1e-9);
-  spec.data.pop_back();  // one element less: no imaginary section
-  ASSERT_TRUE(r.Read1D(spec, s).ok());
+  layout.data.pop_back();  // one element less: no imaginary section
+  ASSERT_TRUE(r.Read1D(layout, s).ok());
   EXPECT_FLOAT_EQ(s.im[0], 0.0f);
 }
 
 TEST(DeltaReader, TwoDimensionalSubmatricesLandInTheirPlanes) {
   Reader r;
-  DeltaSpec spec;
-  spec.dimensions = 2;
-  spec.points = {70, 64};  // F2 not a multiple of 32: its last 6 points are not stored
-  spec.stop = {0.07, 0.064};
+  DeltaLayout layout;
+  layout.dimensions = 2;
+  layout.points = {70, 64};  // F2 not a multiple of 32: its last 6 points are not stored
+  layout.stop = {0.07, 0.064};
   const auto value = [](int section, std::int32_t c, std::int32_t row) { return section * 10000 + row * 100.0 + c; };
-  spec.data = test::Submatrices(4, 64, 64, value);
-  spec.records = {{"X_SWEEP", 1, 13, 2, "", 1000}, {"Y_SWEEP", 1, 13, 2, "", 1000}};
+  layout.data = test::Submatrices(4, 64, 64, value);
+  layout.records = {{"X_SWEEP", 1, 13, 2, "", 1000}, {"Y_SWEEP", 1, 13, 2, "", 1000}};
   r.words.pulseModeClass = model::VPH_HETERO;
   model::Spectrum2D s;
-  ASSERT_TRUE(r.Read2D(spec, s).ok());
+  ASSERT_TRUE(r.Read2D(layout, s).ok());
   EXPECT_EQ(s.axis[model::F2].Point, 128);  // a power of two for the transforms
   EXPECT_EQ(s.extras[model::F2].fidPoints, 70);
   EXPECT_EQ(s.axis[model::F1].Point, 64);
@@ -144,12 +144,12 @@ TEST(DeltaReader, TwoDimensionalSubmatricesLandInTheirPlanes) {
   // Absolute-value classes have two sections; "Y_FREQ_FLIP" turns F1 over; the FID baseline
   // option takes each row's tail level away.
   r.words.pulseModeClass = model::V_HETERO;
-  spec.points = {64, 64};
-  spec.data = test::Submatrices(2, 64, 64, [](int section, std::int32_t c, std::int32_t row) {
+  layout.points = {64, 64};
+  layout.data = test::Submatrices(2, 64, 64, [](int section, std::int32_t c, std::int32_t row) {
     return c < 8 ? 1000.0 * (section + 1) + row : 7.0;
   });
-  spec.records.push_back({"Y_FREQ_FLIP", 0, 0, 0, "TRUE"});
-  ASSERT_TRUE(r.Read2D(spec, s, {DeltaCommentMode::Separate, true}).ok());
+  layout.records.push_back({"Y_FREQ_FLIP", 0, 0, 0, "TRUE"});
+  ASSERT_TRUE(r.Read2D(layout, s, {DeltaCommentMode::Separate, true}).ok());
   EXPECT_EQ(r.words.realOnly, 0);
   EXPECT_FLOAT_EQ(s.RR.at(0, 0), 1000.0f + 63 - 7);
   EXPECT_FLOAT_EQ(s.IR.at(3, 63), 2000.0f - 7);
@@ -159,16 +159,16 @@ TEST(DeltaReader, TwoDimensionalSubmatricesLandInTheirPlanes) {
 
 TEST(DeltaReader, TwoDimensionalSpectraAreReversedOnBothAxes) {
   Reader r;
-  DeltaSpec spec;
-  spec.dimensions = 2;
-  spec.points = {64, 32};
-  spec.units = {1, 26, 1, 26};
-  spec.start = {10, 150};
-  spec.stop = {0, 0};
+  DeltaLayout layout;
+  layout.dimensions = 2;
+  layout.points = {64, 32};
+  layout.units = {1, 26, 1, 26};
+  layout.start = {10, 150};
+  layout.stop = {0, 0};
   const auto value = [](int, std::int32_t c, std::int32_t row) { return row * 100.0 + c; };
-  spec.data = test::Submatrices(1, 64, 32, value);
+  layout.data = test::Submatrices(1, 64, 32, value);
   model::Spectrum2D s;
-  ASSERT_TRUE(r.Read2D(spec, s).ok());
+  ASSERT_TRUE(r.Read2D(layout, s).ok());
   EXPECT_EQ(r.words.realOnly, 1);
   EXPECT_EQ(s.RR.at(0, 0), value(0, 63, 31));
   EXPECT_EQ(s.RR.at(63, 31), value(0, 0, 0));
@@ -180,7 +180,7 @@ TEST(DeltaReader, DamagedFilesAreRefusedWithTheirMessagesAndChangeNothing) {
   Reader r;
   model::Spectrum1D s;
   s.params.POINT = 123;
-  DeltaSpec twoD = SmallFid();
+  DeltaLayout twoD = SmallFid();
   twoD.dimensions = 2;
   platform::Outcome o = r.Read1D(twoD, s);
   EXPECT_EQ(o.code, 1);
@@ -203,7 +203,7 @@ TEST(DeltaReader, DamagedFilesAreRefusedWithTheirMessagesAndChangeNothing) {
   EXPECT_EQ(s.params.POINT, 123);
 
   // Any byte of header and parameters changed at random: an answer, never a crash.
-  DeltaSpec small;
+  DeltaLayout small;
   small.dimensions = 2;
   small.points = {64, 32};
   small.data = test::Submatrices(4, 64, 32, [](int, std::int32_t c, std::int32_t row) { return c + row; });
@@ -224,7 +224,7 @@ TEST(DeltaReader, DamagedFilesAreRefusedWithTheirMessagesAndChangeNothing) {
     std::filesystem::remove(path);
   }
 
-  DeltaSpec huge;
+  DeltaLayout huge;
   huge.dimensions = 2;
   huge.points = {0x200000, 64};
   model::Spectrum2D s2;
@@ -234,13 +234,13 @@ TEST(DeltaReader, DamagedFilesAreRefusedWithTheirMessagesAndChangeNothing) {
 
 TEST(DeltaReader, AnUnknownAxisUnitIsAQuestionAndTheAnswerDecides) {
   Reader r;
-  DeltaSpec spec = SmallFid();
-  spec.units = {1, 0, 0, 0};
-  spec.start = {10, 0};
-  spec.stop = {0, 0};
+  DeltaLayout layout = SmallFid();
+  layout.units = {1, 0, 0, 0};
+  layout.start = {10, 0};
+  layout.stop = {0, 0};
   r.prompt.choices = {1};
   model::Spectrum1D s;
-  ASSERT_TRUE(r.Read1D(spec, s).ok());
+  ASSERT_TRUE(r.Read1D(layout, s).ok());
   ASSERT_EQ(r.prompt.shown.size(), 1u);
   EXPECT_EQ(r.prompt.shown[0].title, "Data Domain");
   EXPECT_FLOAT_EQ(s.re[15], 8.0f);  // read as a spectrum: reversed, not scaled
