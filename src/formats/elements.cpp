@@ -43,17 +43,18 @@ inline float FromMostSignificantFirst(const std::uint8_t* b, ElementType type) {
 }
 
 template <ElementType Type, bool Big>
-void DecodeRun(const std::uint8_t* raw, std::size_t count, float* out) {
+// out advances by step (1, or -1 for a run stored in reverse) after every element.
+void DecodeRun(const std::uint8_t* raw, std::size_t count, float* out, std::ptrdiff_t step) {
   constexpr std::size_t width = ElementWidth(Type);
   if constexpr (Type == ElementType::Int16 || Type == ElementType::Int32) {
     // Integers need no hand rule: a plain load, swapped when the file's order is not the machine's.
     using Int = std::conditional_t<Type == ElementType::Int16, std::int16_t, std::int32_t>;
     constexpr bool swap = Big != (std::endian::native == std::endian::big);
-    for (std::size_t i = 0; i < count; ++i, raw += width) {
+    for (std::size_t i = 0; i < count; ++i, raw += width, out += step) {
       Int value;
       std::memcpy(&value, raw, width);
       if constexpr (swap) value = core::SwapBytes(value);
-      out[i] = static_cast<float>(value);
+      *out = static_cast<float>(value);
     }
     return;
   }
@@ -64,7 +65,7 @@ void DecodeRun(const std::uint8_t* raw, std::size_t count, float* out) {
   constexpr int kMantissaBits = Type == ElementType::Float64 ? 52 : 23;
   constexpr Bits kExponentMask = Type == ElementType::Float64 ? 0x7FF : 0xFF;
   constexpr bool swap = Big != (std::endian::native == std::endian::big);
-  for (std::size_t i = 0; i < count; ++i, raw += width) {
+  for (std::size_t i = 0; i < count; ++i, raw += width, out += step) {
     Bits bits;
     std::memcpy(&bits, raw, width);
     if constexpr (swap) bits = core::SwapBytes(bits);
@@ -72,11 +73,11 @@ void DecodeRun(const std::uint8_t* raw, std::size_t count, float* out) {
     if (exponent != 0 && exponent != kExponentMask) {
       Float value;
       std::memcpy(&value, &bits, width);
-      out[i] = static_cast<float>(value);
+      *out = static_cast<float>(value);
     } else {
       std::uint8_t b[width];
       for (std::size_t k = 0; k < width; ++k) b[k] = Big ? raw[k] : raw[width - 1 - k];
-      out[i] = FromMostSignificantFirst(b, Type);
+      *out = FromMostSignificantFirst(b, Type);
     }
   }
 }
@@ -90,28 +91,31 @@ float DecodeElement(const std::uint8_t* raw, ElementType type, core::ByteOrder o
 }
 
 bool DecodeElements(core::Bytes bytes, std::uint64_t offset, std::size_t count, ElementType type,
-                    core::ByteOrder order, std::span<float> out) {
+                    core::ByteOrder order, std::span<float> out, bool reversed) {
   const std::size_t width = ElementWidth(type);
   if (count > out.size() || count > UINT64_MAX / width || !core::Fits(bytes, offset, count * width)) return false;
+  if (count == 0) return true;
   const std::uint8_t* raw = bytes.data() + offset;
+  float* first = reversed ? out.data() + count - 1 : out.data();
+  const std::ptrdiff_t step = reversed ? -1 : 1;
   // One loop per type and byte order, chosen once: no test stands in the inner loop.
   const bool big = order == core::ByteOrder::Big;
   switch (type) {
     case ElementType::Int16:
-      big ? DecodeRun<ElementType::Int16, true>(raw, count, out.data())
-          : DecodeRun<ElementType::Int16, false>(raw, count, out.data());
+      big ? DecodeRun<ElementType::Int16, true>(raw, count, first, step)
+          : DecodeRun<ElementType::Int16, false>(raw, count, first, step);
       break;
     case ElementType::Int32:
-      big ? DecodeRun<ElementType::Int32, true>(raw, count, out.data())
-          : DecodeRun<ElementType::Int32, false>(raw, count, out.data());
+      big ? DecodeRun<ElementType::Int32, true>(raw, count, first, step)
+          : DecodeRun<ElementType::Int32, false>(raw, count, first, step);
       break;
     case ElementType::Float32:
-      big ? DecodeRun<ElementType::Float32, true>(raw, count, out.data())
-          : DecodeRun<ElementType::Float32, false>(raw, count, out.data());
+      big ? DecodeRun<ElementType::Float32, true>(raw, count, first, step)
+          : DecodeRun<ElementType::Float32, false>(raw, count, first, step);
       break;
     case ElementType::Float64:
-      big ? DecodeRun<ElementType::Float64, true>(raw, count, out.data())
-          : DecodeRun<ElementType::Float64, false>(raw, count, out.data());
+      big ? DecodeRun<ElementType::Float64, true>(raw, count, first, step)
+          : DecodeRun<ElementType::Float64, false>(raw, count, first, step);
       break;
   }
   return true;

@@ -25,7 +25,8 @@ constexpr std::size_t ElementWidth(ElementType type) {
 float DecodeElement(const std::uint8_t* raw, ElementType type, core::ByteOrder order);
 
 // count elements from offset into out; false (and nothing written) when they lie outside bytes.
+// reversed stores the run last element first, as readers of spectra stored high frequency first need.
 bool DecodeElements(core::Bytes bytes, std::uint64_t offset, std::size_t count, ElementType type,
-                    core::ByteOrder order, std::span<float> out);
+                    core::ByteOrder order, std::span<float> out, bool reversed = false);
 
 }  // namespace velk::formats

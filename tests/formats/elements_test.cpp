@@ -37,6 +37,12 @@ TEST(Elements, RunsThatLeaveTheFileAreRefused) {
   EXPECT_TRUE(DecodeElements(raw, 2, 2, ElementType::Int32, core::ByteOrder::Little, out));
   EXPECT_FALSE(DecodeElements(raw, 4, 2, ElementType::Int32, core::ByteOrder::Little, out));
   EXPECT_FALSE(DecodeElements(raw, 0, 5, ElementType::Int16, core::ByteOrder::Little, out));  // out too small
+  // A reversed run stores the last element first, in every type.
+  core::ByteSink sink{{}, core::ByteOrder::Big};
+  for (float v : {1.5f, -2.0f, 3.25f}) sink.Put<float>(v);
+  std::vector<float> reversed(3);
+  ASSERT_TRUE(DecodeElements(sink.bytes, 0, 3, ElementType::Float32, core::ByteOrder::Big, reversed, true));
+  EXPECT_EQ(reversed, (std::vector<float>{3.25f, -2.0f, 1.5f}));
 }
 
 }  // namespace velk::formats

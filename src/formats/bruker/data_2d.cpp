@@ -184,8 +184,7 @@ platform::Outcome RDBruP(const fs::path& file, model::Spectrum2D& s, LoadState& 
     for (std::int32_t bj = 0; bj < f2 / x2; ++bj)
       for (std::int32_t i = 0; i < x1; ++i, offset += x2 * width) {
         const auto run = target->row(f1 - 1 - i - bi * x1).subspan(static_cast<std::size_t>(f2 - (bj + 1) * x2), x2);
-        DecodeElements(data.bytes, offset, run.size(), data.type, data.order, run);
-        std::reverse(run.begin(), run.end());
+        DecodeElements(data.bytes, offset, run.size(), data.type, data.order, run, true);
       }
   return {};
 }
