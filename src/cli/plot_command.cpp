@@ -74,6 +74,9 @@ int RunPlot(const PlotOptions& o) {
   if (!platform::qt::IsPictureExtension(o.output))
     return Fail(o.output, "the picture must end in .png, .bmp, .svg or .pdf", 2);
   if (!(o.lower > 0 && o.lower < o.upper)) return Fail(o.input, "the lower limit must be above 0 and below the upper", 2);
+  for (const auto& [name, window] : {std::pair{"--f2", &o.f2}, std::pair{"--f1", &o.f1}})
+    if (window->size() == 2 && (*window)[0] == (*window)[1])
+      return Fail(name, "the two ends of the window must differ", kFailed);
 
   CliPrompt prompt;
   int status = kDone;
