@@ -1,0 +1,377 @@
+#include "gui/main_window.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QProcess>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "display/display_grid.h"
+#include "display/levels.h"
+#include "display/view_navigation.h"
+#include "formats/registry.h"
+#include "model/data_type.h"
+#include "model/type_detector.h"
+#include "processing/sequence.h"
+
+namespace velk::gui {
+namespace {
+
+class ProcessLauncher final : public platform::Launcher {
+ public:
+  bool Start(const std::filesystem::path& program, const std::vector<std::string>& arguments) override {
+    QStringList list;
+    for (const std::string& a : arguments) list << QString::fromStdString(a);
+    return QProcess::startDetached(QString::fromStdString(program.string()), list);
+  }
+};
+
+// Until the transform window is part of the program, a raw FID is transformed as that window
+// would do on "Execute 2D-FFT(No LP)" right after opening.
+bool TransformWithDefaults(core::Session& session, const model::FormatTable& formats, platform::Progress& progress) {
+  model::Spectrum2D& s = session.spectrum2D;
+  const std::vector<std::string>& recent = core::List(session.settings2D, "RECENT FILE");
+  const std::string pulseName = recent.empty() ? "" : model::TypeDetector(recent.front(), formats).modeText;
+  processing::SequenceSettings settings = processing::MakeSequenceSettings(
+      s, session.words.pulseModeClass, model::FormatOf(session.words.dataTypeCode));
+  processing::InitialF1Phase(s, settings, pulseName);
+  std::vector<std::string> list;
+  if (processing::Execute2DFft(s, settings, {progress, list}).code != 0) return false;
+  session.words.dataTypeCode |= model::kProcessedBit;
+  return true;
+}
+
+std::string AxisCaption(const char* axis, const std::string& nucleus) {
+  return std::string(axis) + (nucleus.empty() ? "" : " " + nucleus) + " (ppm)";
+}
+
+}  // namespace
+
+MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLine)
+    : prompt_(this), launcher_(std::make_unique<ProcessLauncher>()) {
+  session_.folders = folders;
+  services_ = std::make_unique<core::SessionServices>(core::SessionServices{prompt_, *launcher_, formats::Formats(), {}, {}, {}});
+  setAcceptDrops(true);
+  setWindowTitle("NMR 2D");
+
+  auto* central = new QWidget(this);
+  auto* layout = new QVBoxLayout(central);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(BuildLevelControls());
+  view_ = new SpectrumView(data_, central);
+  view_->setFocusPolicy(Qt::StrongFocus);
+  view_->setFocus();
+  layout->addWidget(view_, 1);
+  setCentralWidget(central);
+  BuildMenus();
+  BuildStatusBar();
+  connect(view_, &SpectrumView::cursorMoved, cursorLabel_, &QLabel::setText);
+  connect(view_, &SpectrumView::tracing, this, [this](int percent) {
+    if (!opening_.Busy()) progressBar_->setValue(percent);
+  });
+  connect(view_, &SpectrumView::traced, this, [this] {
+    if (!opening_.Busy()) SetBusy(false, {});
+  });
+
+  if (core::StartUp(session_, commandLine, *services_) == core::StartResult::End) {
+    ended_ = true;
+    return;
+  }
+  ApplySettings();
+  UpdateRecentMenu();
+  // StartUp leaves a file named on the command line in the session; it is shown like any other.
+  if (session_.displayed == 1) AfterOpening(core::OpenResult::SpectrumLoaded);
+  else if (session_.state == core::SessionState::FtWindow) OpenFile(session_.commandLine);
+}
+
+MainWindow::~MainWindow() = default;
+
+// The contour setting that a freshly opened spectrum starts with, from the 2D settings.
+void MainWindow::ApplySettings() {
+  const core::Settings& s = session_.settings2D;
+  const auto number = [&](const char* key, int fallback) {
+    const double v = core::Number(s, key);
+    return v > 0 ? static_cast<int>(v) : fallback;
+  };
+  data_.setting.Steps = display::NormalizeSteps(number("INITIAL TH DIVIDE", 16));
+  data_.setting.Interval = static_cast<int>(core::Number(s, "CONTOUR MODE"));
+  data_.setting.DisplayDimension = std::clamp(number("DISP DIMENSION_X", 256), 256, 8192);
+  data_.setting.Interpolation = static_cast<int>(core::Number(s, "INTERPOLATION FUNC."));
+  data_.setting.DisplayMode = display::kLines;
+}
+
+void MainWindow::BuildMenus() {
+  QMenu* file = menuBar()->addMenu("&File");
+  file->addAction("&Open...", QKeySequence::Open, this, [this] { OpenFile(); });
+  recentMenu_ = file->addMenu("Recent Files");
+  file->addSeparator();
+  file->addAction("Close (Discard Present Data)", this, [this] { DiscardData(); });
+  file->addSeparator();
+  file->addAction("E&xit", QKeySequence::Quit, this, [this] { close(); });
+
+  QMenu* view = menuBar()->addMenu("&View");
+  view->addAction("Level Up", QKeySequence(Qt::Key_PageUp), this, [this] { LevelUp(); });
+  view->addAction("Level Down", QKeySequence(Qt::Key_PageDown), this, [this] { LevelDown(); });
+  view->addSeparator();
+  view->addAction("Full View", QKeySequence(Qt::Key_Home), this, [this] { FullView(); });
+  view->addAction("Zoom Out", QKeySequence::ZoomOut, this, [this] { ZoomOut(); });
+  view->addSeparator();
+  subModes_ = new QActionGroup(this);
+  const std::pair<const char*, int> modes[] = {{"Expansion", display::kExpand}, {"Slices", display::kSlice},
+                                               {"Pan", display::kPanView}};
+  for (const auto& [text, mode] : modes) {
+    QAction* a = view->addAction(text, this, [this, m = mode] { SetSubMode(m); });
+    a->setCheckable(true);
+    a->setChecked(mode == display::kExpand);
+    a->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + mode)));
+    subModes_->addAction(a);
+  }
+
+  QMenu* help = menuBar()->addMenu("&Help");
+  help->addAction("About", this, [this] {
+    prompt_.Ask({"NMR 2D", "velk2d " + std::string(VELK_VERSION_TEXT), platform::Buttons::Ok});
+  });
+}
+
+QWidget* MainWindow::BuildLevelControls() {
+  auto* bar = new QWidget(this);
+  auto* row = new QHBoxLayout(bar);
+  row->setContentsMargins(6, 3, 6, 3);
+  const auto arrows = [&](bool upper) {
+    for (bool up : {true, false}) {
+      auto* b = new QToolButton(bar);
+      b->setArrowType(up ? Qt::UpArrow : Qt::DownArrow);
+      // Held down, an arrow waits 500 ms and then steps every 50 ms.
+      b->setAutoRepeat(true);
+      b->setAutoRepeatDelay(500);
+      b->setAutoRepeatInterval(50);
+      b->setObjectName(QString(upper ? "upper" : "lower") + (up ? "Up" : "Down"));
+      connect(b, &QToolButton::clicked, this, [this, upper, up] { StepLimit(upper, up); });
+      row->addWidget(b);
+    }
+  };
+  const auto edit = [&](const char* label, bool upper) {
+    row->addWidget(new QLabel(label, bar));
+    auto* e = new QLineEdit(bar);
+    e->setMaximumWidth(110);
+    e->setObjectName(upper ? "upperLimit" : "lowerLimit");
+    connect(e, &QLineEdit::editingFinished, this, [this, upper] { EnterLimit(upper); });
+    row->addWidget(e);
+    row->addWidget(new QLabel("%", bar));
+    arrows(upper);
+    return e;
+  };
+  upperEdit_ = edit("Upper Limit", true);
+  row->addSpacing(16);
+  lowerEdit_ = edit("Lower Limit", false);
+  row->addStretch(1);
+  return bar;
+}
+
+void MainWindow::BuildStatusBar() {
+  cursorLabel_ = new QLabel(this);
+  progressBar_ = new QProgressBar(this);
+  progressBar_->setMaximumWidth(200);
+  quitButton_ = new QPushButton("Quit", this);
+  statusBar()->addWidget(cursorLabel_, 1);
+  statusBar()->addPermanentWidget(progressBar_);
+  statusBar()->addPermanentWidget(quitButton_);
+  progressBar_->hide();
+  quitButton_->hide();
+  connect(quitButton_, &QPushButton::clicked, this, [this] { opening_.Quit(); });
+  connect(&opening_, &Worker::progressed, progressBar_, &QProgressBar::setValue);
+}
+
+void MainWindow::SetBusy(bool busy, const QString& what) {
+  progressBar_->setVisible(busy);
+  quitButton_->setVisible(busy);
+  progressBar_->setFormat(what + " %p%");
+  if (busy) progressBar_->setValue(0);
+  QApplication::restoreOverrideCursor();
+  if (busy) QApplication::setOverrideCursor(Qt::BusyCursor);
+}
+
+void MainWindow::OpenFile(std::optional<std::string> name) {
+  // A busy window ends the command at once, and so does a tool that the user keeps.
+  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  view_->SetBusy(true);
+  SetBusy(true, "Reading");
+  auto result = std::make_shared<core::OpenResult>(core::OpenResult::Cancelled);
+  auto transformed = std::make_shared<bool>(false);
+  opening_.Start(
+      [this, name, result, transformed](platform::Progress& progress) {
+        // A name left by StartUp is already read into the FT window's place.
+        *result = session_.state == core::SessionState::FtWindow && name == session_.commandLine
+                      ? core::OpenResult::FidLoaded
+                      : core::Open(session_, *services_, name);
+        if (*result == core::OpenResult::FidLoaded) *transformed = TransformWithDefaults(session_, services_->formats, progress);
+      },
+      [this, result, transformed] {
+        if (*result == core::OpenResult::FidLoaded) {
+          core::LeaveFtWindow(session_, *services_, *transformed);
+          *result = *transformed ? core::OpenResult::SpectrumLoaded : core::OpenResult::Failed;
+        }
+        view_->SetBusy(false);
+        SetBusy(false, {});
+        AfterOpening(*result);
+      });
+}
+
+void MainWindow::AfterOpening(core::OpenResult result) {
+  if (result == core::OpenResult::SpectrumLoaded) ShowData();
+  else view_->DataChanged();  // the picture of the data kept
+  UpdateRecentMenu();
+  emit opened();
+}
+
+void MainWindow::ShowData() {
+  model::Spectrum2D& s = session_.spectrum2D;
+  data_.spectrum = &s;
+  data_.pulseModeClass = session_.words.pulseModeClass;
+  const float largest = display::LargestShownMagnitude(s, data_.pulseModeClass, data_.setting);
+  fullScale_ = largest > 0 ? largest : 1.0f;
+  // Our own files keep their limits; a vendor's spectrum starts at 100 % and 10 % of its largest value.
+  if (model::FormatOf(session_.words.dataTypeCode) != model::kVer4 || !(s.LowerLimit > 0 && s.LowerLimit < s.UpperLimit)) {
+    s.UpperLimit = fullScale_;
+    s.LowerLimit = 0.1f * fullScale_;
+  }
+  data_.state = {};
+  display::ShowFullSpectrum(data_.state, s);
+  data_.tools.Switch(data_.state, display::kNoTool);
+  data_.state.ToolCode = static_cast<std::int16_t>(subModes_->checkedAction() ? subModes_->actions().indexOf(subModes_->checkedAction()) : 0);
+  data_.captionF2 = AxisCaption("F2", s.extras[model::F2].nucleus);
+  data_.captionF1 = AxisCaption("F1", s.extras[model::F1].nucleus);
+  setWindowTitle(QString::fromStdString(session_.windowTitle));
+  ShowLimits();
+  SetBusy(true, "Drawing");
+  view_->DataChanged();
+}
+
+void MainWindow::DiscardData() {
+  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  core::DiscardData(session_);
+  data_.spectrum = nullptr;
+  setWindowTitle("NMR 2D");
+  upperEdit_->clear();
+  lowerEdit_->clear();
+  view_->DataChanged();
+}
+
+QString MainWindow::UpperText() const { return upperEdit_->text(); }
+QString MainWindow::LowerText() const { return lowerEdit_->text(); }
+QString MainWindow::CursorText() const { return cursorLabel_->text(); }
+
+void MainWindow::ShowLimits() {
+  const model::Spectrum2D& s = session_.spectrum2D;
+  upperEdit_->setText(QString::fromStdString(display::FormatLimit(s.UpperLimit / fullScale_, display::kScientificUpper)));
+  lowerEdit_->setText(
+      QString::fromStdString(display::FormatLimit(s.LowerLimit / fullScale_, display::kScientificLowerUp)));
+}
+
+// The limits are kept as values of the data and shown as percent of the largest value; the
+// rules of the arrows and the entries work on the fractions.
+void MainWindow::StepLimit(bool upper, bool up) {
+  if (!data_.spectrum || opening_.Busy()) return;
+  model::Spectrum2D& s = session_.spectrum2D;
+  float u = s.UpperLimit / fullScale_, l = s.LowerLimit / fullScale_;
+  const bool stepped = upper ? display::StepUpperLimit(up, u, l) : display::StepLowerLimit(up, u, l);
+  if (!stepped) {
+    for (QToolButton* b : findChildren<QToolButton*>()) b->setDown(false);  // ends a held arrow
+    return;
+  }
+  s.UpperLimit = u * fullScale_;
+  s.LowerLimit = l * fullScale_;
+  ShowLimits();
+  if (!upper && !up && l < 1e-6f)
+    lowerEdit_->setText(QString::fromStdString(display::FormatLimit(l, display::kScientificLowerDown)));
+  view_->LevelsChanged();
+}
+
+void MainWindow::EnterLimit(bool upper) {
+  if (!data_.spectrum || opening_.Busy()) return;
+  model::Spectrum2D& s = session_.spectrum2D;
+  float u = s.UpperLimit / fullScale_, l = s.LowerLimit / fullScale_;
+  const std::string text = (upper ? upperEdit_ : lowerEdit_)->text().toStdString();
+  const bool stored = upper ? display::EnterUpperLimit(text, u, l) : display::EnterLowerLimit(text, u, l);
+  if (stored) {
+    s.UpperLimit = u * fullScale_;
+    s.LowerLimit = l * fullScale_;
+    view_->LevelsChanged();
+  }
+  ShowLimits();
+}
+
+void MainWindow::FullView() {
+  if (!data_.spectrum || opening_.Busy()) return;
+  display::ShowFullSpectrum(data_.state, *data_.spectrum);
+  view_->WindowChanged();
+}
+
+void MainWindow::ZoomOut() {
+  if (!data_.spectrum || opening_.Busy()) return;
+  display::ZoomOut(data_.state, *data_.spectrum);
+  view_->WindowChanged();
+}
+
+void MainWindow::SetSubMode(int subMode) {
+  data_.state.ToolCode = static_cast<std::int16_t>(subMode);
+  if (QAction* a = subModes_->actions().value(subMode)) a->setChecked(true);
+  if (subMode != display::kSlice && (data_.state.SliceF1 >= 0 || data_.state.SliceF2 >= 0)) {
+    data_.state.SliceF1 = data_.state.SliceF2 = -1;
+    view_->SlicesChanged();
+  }
+}
+
+void MainWindow::UpdateRecentMenu() {
+  recentMenu_->clear();
+  for (const std::string& name : core::MakeRecentFileList(session_.settings2D))
+    recentMenu_->addAction(QString::fromStdString(name), this, [this, name] { OpenFile(name); });
+  recentMenu_->setEnabled(!recentMenu_->isEmpty());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  // A busy window, or a tool that the user keeps, ends the close at once.
+  if (opening_.Busy() || !data_.tools.Resolve(data_.state) || core::Close(session_, *services_) != "END") {
+    event->ignore();
+    return;
+  }
+  ended_ = true;
+  event->accept();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+// A dropped file opens as "Read Data" would; a dropped experiment folder opens its processed
+// spectrum when it has one, else its raw data.
+void MainWindow::dropEvent(QDropEvent* event) {
+  const QList<QUrl> urls = event->mimeData()->urls();
+  if (urls.isEmpty() || !urls.front().isLocalFile()) return;
+  QString path = urls.front().toLocalFile();
+  if (QFileInfo(path).isDir()) {
+    for (const char* inside : {"pdata/1/2rr", "2rr", "ser", "fid"})
+      if (QFileInfo::exists(path + "/" + inside)) {
+        path += QString("/") + inside;
+        break;
+      }
+  }
+  event->acceptProposedAction();
+  OpenFile(path.toStdString());
+}
+
+}  // namespace velk::gui

@@ -1,0 +1,83 @@
+// velk2d-screenshots OUTDIR COSY HSQC: renders the main window and its dialogs on real data into
+// OUTDIR/*.png for a person to look at. scripts/screenshots runs it on the offscreen platform.
+#include <QApplication>
+#include <QLineEdit>
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+#include <cstdio>
+
+#include "gui/main_window.h"
+#include "support/temp_folder.h"
+
+using namespace velk;
+
+namespace {
+
+bool Settled(gui::MainWindow& w) {
+  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.View().state.ContourDirty; },
+                         120000);
+}
+
+bool Save(QWidget& widget, const QString& file) {
+  const bool ok = widget.grab().save(file);
+  std::printf("%s %s\n", ok ? "wrote" : "could not write", file.toLocal8Bit().constData());
+  return ok;
+}
+
+// Saves the next message box as a picture and answers it with the given button.
+void GrabNextBox(const QString& file, const QString& button) {
+  QTimer::singleShot(50, [file, button] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!box) return GrabNextBox(file, button);
+    Save(*box, file);
+    for (QAbstractButton* b : box->buttons())
+      if (b->text() == button) b->click();
+  });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  if (argc != 4) {
+    std::fprintf(stderr, "usage: velk2d-screenshots OUTDIR COSY HSQC\n");
+    return 2;
+  }
+  const QString out = argv[1];
+  test::TempFolder folders;
+  gui::MainWindow w({folders / "data", folders / "config", folders / "log", folders / "work", folders / "program"}, "");
+  w.resize(1200, 900);
+  w.show();
+  bool ok = true;
+
+  // The COSY's cross peaks lie below the first 10 %: the lower limit typed down to 3 %.
+  w.OpenFile(argv[2]);
+  ok &= Settled(w);
+  auto* lower = w.findChild<QLineEdit*>("lowerLimit");
+  lower->selectAll();
+  QTest::keyClicks(lower, "3");
+  QTest::keyClick(lower, Qt::Key_Return);
+  ok &= Settled(w) && Save(w, out + "/main-cosy.png");
+
+  // The transformed COSY is not saved: opening the next file asks first.
+  GrabNextBox(out + "/dialog-open-changed.png", "Do not Save");
+  w.OpenFile(argv[3]);
+  ok &= Settled(w) && Save(w, out + "/main-hsqc.png");
+
+  // A region of the HSQC with slice cursors on a cross peak.
+  gui::SpectrumView& view = w.Picture();
+  const QPointF from = view.PositionOf(2.6, 12.0), to = view.PositionOf(0.6, 45.0);
+  QTest::mousePress(&view, Qt::LeftButton, {}, from.toPoint());
+  QTest::mouseMove(&view, to.toPoint());
+  QTest::mouseRelease(&view, Qt::LeftButton, {}, to.toPoint());
+  ok &= Settled(w);
+  w.SetSubMode(display::kSlice);
+  QTest::mouseClick(&view, Qt::LeftButton, {}, view.PositionOf(1.27, 24.9).toPoint());
+  ok &= Save(w, out + "/main-hsqc-zoom-slice.png");
+
+  GrabNextBox(out + "/dialog-exit.png", "Do not Save");
+  w.close();
+  return ok ? 0 : 1;
+}
