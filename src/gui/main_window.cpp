@@ -19,10 +19,13 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "display/display_area.h"
 #include "display/display_grid.h"
 #include "display/levels.h"
 #include "display/view_navigation.h"
 #include "formats/registry.h"
+#include "gui/display_area_dialog.h"
+#include "gui/grid_dialog.h"
 #include "model/data_type.h"
 #include "model/type_detector.h"
 #include "processing/sequence.h"
@@ -112,6 +115,11 @@ void MainWindow::ApplySettings() {
   data_.setting.DisplayDimension = std::clamp(number("DISP DIMENSION_X", 256), 256, 8192);
   data_.setting.Interpolation = static_cast<int>(core::Number(s, "INTERPOLATION FUNC."));
   data_.setting.DisplayMode = display::kLines;
+  data_.showGrid = core::Number(s, "DRAW GRID") != 0;
+  data_.grid.automatic = core::Number(s, "GRID SETTING MODE") == 0;
+  data_.grid.stepF2 = core::Number(s, "F2 GRID INC") > 0 ? core::Number(s, "F2 GRID INC") : 1.0;
+  data_.grid.stepF1 = core::Number(s, "F1 GRID INC") > 0 ? core::Number(s, "F1 GRID INC") : 1.0;
+  data_.grid.color = static_cast<platform::Color>(core::Number(s, "GRID COL"));
 }
 
 void MainWindow::BuildMenus() {
@@ -129,6 +137,8 @@ void MainWindow::BuildMenus() {
   view->addSeparator();
   view->addAction("Full View", QKeySequence(Qt::Key_Home), this, [this] { FullView(); });
   view->addAction("Zoom Out", QKeySequence::ZoomOut, this, [this] { ZoomOut(); });
+  view->addAction("Change Display Area...", this, [this] { ChangeDisplayArea(); });
+  view->addAction("Set up Grid...", this, [this] { SetUpGrid(); });
   view->addSeparator();
   subModes_ = new QActionGroup(this);
   const std::pair<const char*, int> modes[] = {{"Expansion", display::kExpand}, {"Slices", display::kSlice},
@@ -327,12 +337,34 @@ void MainWindow::ZoomOut() {
   view_->WindowChanged();
 }
 
+void MainWindow::ChangeDisplayArea() {
+  if (!data_.spectrum || opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  DisplayAreaDialog dialog(data_.state, *data_.spectrum, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  display::ApplyArea(data_.state, dialog.Area(), *data_.spectrum);
+  view_->WindowChanged();
+}
+
+void MainWindow::SetUpGrid() {
+  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  GridDialog dialog(data_.showGrid, data_.grid, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  data_.showGrid = dialog.Shown();
+  data_.grid = dialog.Grid();
+  core::Settings& s = session_.settings2D;
+  core::SetNumber(s, "DRAW GRID", data_.showGrid ? 1 : 0);
+  core::SetNumber(s, "GRID SETTING MODE", data_.grid.automatic ? 0 : 1);
+  core::SetNumber(s, "F2 GRID INC", data_.grid.stepF2);
+  core::SetNumber(s, "F1 GRID INC", data_.grid.stepF1);
+  view_->Recompose();
+}
+
 void MainWindow::SetSubMode(int subMode) {
   data_.state.ToolCode = static_cast<std::int16_t>(subMode);
   if (QAction* a = subModes_->actions().value(subMode)) a->setChecked(true);
   if (subMode != display::kSlice && (data_.state.SliceF1 >= 0 || data_.state.SliceF2 >= 0)) {
     data_.state.SliceF1 = data_.state.SliceF2 = -1;
-    view_->SlicesChanged();
+    view_->Recompose();
   }
 }
 

@@ -48,6 +48,8 @@ class MainWindow final : public QMainWindow {
   void FullView();
   void ZoomOut();
   void SetSubMode(int subMode);
+  void ChangeDisplayArea();
+  void SetUpGrid();
 
  signals:
   void opened();

@@ -44,7 +44,7 @@ void SpectrumView::DataChanged() {
 void SpectrumView::LevelsChanged() { Trace(true); }
 void SpectrumView::WindowChanged() { Trace(true); }
 
-void SpectrumView::SlicesChanged() {
+void SpectrumView::Recompose() {
   Compose();
   update();
 }
@@ -106,6 +106,8 @@ void SpectrumView::Compose() {
   QPainter painter(&frame_);
   if (!contour_.isNull()) painter.drawImage(layout_.contour.x, layout_.contour.y, contour_);
   platform::qt::QtSurface surface(painter, size);
+  // The grid lies over the contour, under the marks of the tools.
+  if (data_.showGrid) display::DrawGridLines(surface, layout_.contour, data_.state, data_.grid);
   // Both signs of the projection where the contour has a negative side, else the positive only.
   const display::TraceKind kind = display::HasNegativeSide(data_.setting, data_.pulseModeClass)
                                       ? display::TraceKind::ProjectionPosNeg
@@ -163,7 +165,7 @@ void SpectrumView::Point(Pointing what, QMouseEvent* event) {
     WindowChanged();
     emit windowMoved();
   }
-  if (context.slicesChanged) SlicesChanged();
+  if (context.slicesChanged) Recompose();
   update();
 }
 

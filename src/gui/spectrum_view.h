@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QWidget>
 
+#include "display/axes.h"
 #include "display/contour.h"
 #include "display/page_picture.h"
 #include "display/tools.h"
@@ -23,6 +24,8 @@ struct ViewData {
   display::DisplayState state;
   display::ToolBox tools;
   std::string captionF2 = "F2 (ppm)", captionF1 = "F1 (ppm)";
+  bool showGrid = false;  // "DRAW GRID"
+  display::GridSetting grid;
 };
 
 class SpectrumView final : public QWidget {
@@ -37,7 +40,8 @@ class SpectrumView final : public QWidget {
   void LevelsChanged();
   // The window moved: a new grid where the old one cannot serve, then the trace.
   void WindowChanged();
-  void SlicesChanged();
+  // Slices, grid or captions changed: the frame is composed again around the same contour.
+  void Recompose();
   // While the data are being replaced the view shows its last picture and takes no mouse.
   void SetBusy(bool busy);
 

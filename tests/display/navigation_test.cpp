@@ -1,6 +1,7 @@
 // Moving the shown window with the basic tool, and leaving tools through the one question.
 #include <gtest/gtest.h>
 
+#include "display/display_area.h"
 #include "display/tools.h"
 #include "display/view_navigation.h"
 #include "support/synthetic_2d.h"
@@ -54,8 +55,20 @@ TEST(Navigation, RubberBandZoomOutAndPanStayOnTheData) {
   EXPECT_NEAR(f.v.ViewF2Start, 10.0, 1e-4);
   EXPECT_NEAR(f.v.ViewF2End, 4.0, 1e-4);
 
-  // The reading at the peak: its point, ppm, Hz from the 0 ppm frequency, and its height.
+  // "Change Display Area" in kHz: 400 MHz makes 0.4 kHz a ppm; "Exchange" turns F2 round.
   f.s->extras[model::F2].absFreq0ppm = 400.0;
+  f.s->extras[model::F1].absFreq0ppm = 100.0;
+  DisplayArea area = DefaultArea(*f.s, AreaUnit::KHz);
+  EXPECT_NEAR(area.f2Start, 4.0, 1e-6);
+  EXPECT_NEAR(area.f1End, 1.0, 1e-6);
+  area.f2End = 0.8;
+  ExchangeEnds(area, false);
+  ApplyArea(f.v, area, *f.s);
+  EXPECT_NEAR(f.v.ViewF2Start, 2.0, 1e-5);
+  EXPECT_NEAR(f.v.ViewF2End, 10.0, 1e-5);
+  EXPECT_NEAR(f.v.ViewF1End, 10.0, 1e-5);
+
+  // The reading at the peak: its point, ppm, Hz from the 0 ppm frequency, and its height.
   ShowFullSpectrum(f.v, *f.s);
   const CursorReading r = ReadCursor(f.v, *f.s, f.contour, f.X(4.0), f.Y(6.0));
   EXPECT_EQ(r.col, 40);

@@ -1,6 +1,7 @@
 // The main window driven as a person uses it, on the offscreen platform: open spectra of several
 // makers, read the title, the axes and the level bar, move the levels, draw a rubber band, put a
 // slice cursor on a peak, and close with the question about changed data.
+#include <QDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
@@ -139,6 +140,24 @@ class MainWindowTest : public QObject {
     QVERIFY(WaitTraced(w));
     QCOMPARE(v.ViewF2Start, f2hi);
     QCOMPARE(v.ViewF1End, f1hi);
+
+    // "Change Display Area" with "Exchange" on F2 turns the picture round, not the data.
+    const std::vector<float> ppmBefore = s.ppmF2;
+    const float valueBefore = s.RR.at(100, 200);
+    QTimer::singleShot(0, [] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      QVERIFY(dialog && dialog->windowTitle() == "Change Display Area");
+      dialog->findChild<QPushButton*>("exchangeF2")->click();
+      qobject_cast<QDialog*>(dialog)->accept();
+    });
+    w.ChangeDisplayArea();
+    QVERIFY(WaitTraced(w));
+    // The dialog shows four decimals of a ppm.
+    QVERIFY(std::abs(v.ViewF2Start - f2lo) < 1e-4f && std::abs(v.ViewF2End - f2hi) < 1e-4f);
+    QVERIFY(std::abs(v.ViewF1Start - f1lo) < 1e-4f && std::abs(v.ViewF1End - f1hi) < 1e-4f);
+    QVERIFY(s.ppmF2 == ppmBefore && s.RR.at(100, 200) == valueBefore);
+    const QPointF low = view.PositionOf(1.0, 50.0), high = view.PositionOf(8.0, 50.0);
+    QVERIFY(low.x() < high.x());
 
     // Close asks about the data; Cancel keeps the window, "Do not Save" ends it.
     Answerer answer;

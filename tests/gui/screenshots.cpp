@@ -26,14 +26,14 @@ bool Save(QWidget& widget, const QString& file) {
   return ok;
 }
 
-// Saves the next message box as a picture and answers it with the given button.
-void GrabNextBox(const QString& file, const QString& button) {
+// Saves the next dialog as a picture and then presses the button of the given text in it.
+void GrabNextDialog(const QString& file, const QString& button) {
   QTimer::singleShot(50, [file, button] {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (!box) return GrabNextBox(file, button);
-    Save(*box, file);
-    for (QAbstractButton* b : box->buttons())
-      if (b->text() == button) b->click();
+    QWidget* dialog = QApplication::activeModalWidget();
+    if (!dialog) return GrabNextDialog(file, button);
+    Save(*dialog, file);
+    for (QAbstractButton* b : dialog->findChildren<QAbstractButton*>())
+      if (b->text().remove('&') == button) return b->click();
   });
 }
 
@@ -62,7 +62,7 @@ int main(int argc, char** argv) {
   ok &= Settled(w) && Save(w, out + "/main-cosy.png");
 
   // The transformed COSY is not saved: opening the next file asks first.
-  GrabNextBox(out + "/dialog-open-changed.png", "Do not Save");
+  GrabNextDialog(out + "/dialog-open-changed.png", "Do not Save");
   w.OpenFile(argv[3]);
   ok &= Settled(w) && Save(w, out + "/main-hsqc.png");
 
@@ -77,7 +77,16 @@ int main(int argc, char** argv) {
   QTest::mouseClick(&view, Qt::LeftButton, {}, view.PositionOf(1.27, 24.9).toPoint());
   ok &= Save(w, out + "/main-hsqc-zoom-slice.png");
 
-  GrabNextBox(out + "/dialog-exit.png", "Do not Save");
+  GrabNextDialog(out + "/dialog-display-area.png", "Cancel");
+  w.ChangeDisplayArea();
+  GrabNextDialog(out + "/dialog-grid.png", "OK");
+  QTimer::singleShot(40, [] {
+    if (auto* draw = QApplication::activeModalWidget()->findChild<QAbstractButton*>("drawGrid")) draw->click();
+  });
+  w.SetUpGrid();
+  ok &= Save(w, out + "/main-hsqc-zoom-grid.png");
+
+  GrabNextDialog(out + "/dialog-exit.png", "Do not Save");
   w.close();
   return ok ? 0 : 1;
 }
