@@ -28,6 +28,7 @@
 #include "gui/grid_dialog.h"
 #include "model/data_type.h"
 #include "model/type_detector.h"
+#include "native/ver4_file.h"
 #include "processing/sequence.h"
 
 namespace velk::gui {
@@ -66,7 +67,8 @@ std::string AxisCaption(const char* axis, const std::string& nucleus) {
 MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLine)
     : prompt_(this), launcher_(std::make_unique<ProcessLauncher>()) {
   session_.folders = folders;
-  services_ = std::make_unique<core::SessionServices>(core::SessionServices{prompt_, *launcher_, formats::Formats(), {}, {}, {}});
+  services_ = std::make_unique<core::SessionServices>(core::SessionServices{
+      prompt_, *launcher_, formats::Formats(), [this](core::Session&) { return Save(); }, {}, {}});
   setAcceptDrops(true);
   setWindowTitle("NMR 2D");
 
@@ -95,6 +97,7 @@ MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLin
     return;
   }
   ApplySettings();
+  RestoreGeometry();
   UpdateRecentMenu();
   // StartUp leaves a file named on the command line in the session; it is shown like any other.
   if (session_.displayed == 1) AfterOpening(core::OpenResult::SpectrumLoaded);
@@ -126,6 +129,9 @@ void MainWindow::BuildMenus() {
   QMenu* file = menuBar()->addMenu("&File");
   file->addAction("&Open...", QKeySequence::Open, this, [this] { OpenFile(); });
   recentMenu_ = file->addMenu("Recent Files");
+  file->addAction("&Save...", QKeySequence::Save, this, [this] {
+    if (data_.spectrum && !opening_.Busy() && data_.tools.Resolve(data_.state)) Save();
+  });
   file->addSeparator();
   file->addAction("Close (Discard Present Data)", this, [this] { DiscardData(); });
   file->addSeparator();
@@ -271,6 +277,27 @@ void MainWindow::ShowData() {
   view_->DataChanged();
 }
 
+// The spectrum as a Ver.4 file with all its planes and the companion traces. Called on the
+// interface thread by the menu and the close question, on the worker by "Read Data".
+bool MainWindow::Save() {
+  const std::vector<platform::FileFilter> filters{{"Ver.4 Format(*.vlk2)", "*.vlk2"}, {"Ver.4 Format(*.vlk)", "*.vlk"}};
+  const std::optional<std::string> chosen = prompt_.ChooseFile("Save", filters, true);
+  if (!chosen) return false;
+  std::filesystem::path file = *chosen;
+  if (file.extension().empty()) file += ".vlk2";
+  const native::WriteOptions options{core::Number(session_.settings2D, "MAKE FILE BACKUP") != 0,
+                                     core::SessionLogger(session_, prompt_)};
+  const platform::Outcome written =
+      native::WriteDataR4(file, session_.spectrum2D, &session_.spectra1D[core::kF2Companion],
+                          &session_.spectra1D[core::kF1Companion], session_.words, native::SaveMode::AllPlanes, options);
+  if (!written.ok()) {
+    if (!written.message.empty()) prompt_.Ask(written.message);
+    return false;
+  }
+  session_.saved = 1;
+  return true;
+}
+
 void MainWindow::DiscardData() {
   if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
   core::DiscardData(session_);
@@ -375,9 +402,34 @@ void MainWindow::UpdateRecentMenu() {
   recentMenu_->setEnabled(!recentMenu_->isEmpty());
 }
 
+// "WINDOW STATE" keeps the place and size of the window as "x,y,width,height,maximized";
+// "ACCESS READ DIR" the folder the file dialog last showed.
+void MainWindow::RestoreGeometry() {
+  const QStringList parts = QString::fromStdString(core::Text(session_.settings2D, "WINDOW STATE")).split(',');
+  if (parts.size() == 5) {
+    const QRect r(parts[0].toInt(), parts[1].toInt(), parts[2].toInt(), parts[3].toInt());
+    if (r.width() >= 480 && r.height() >= 360) setGeometry(r);
+    if (parts[4].toInt() != 0) setWindowState(Qt::WindowMaximized);
+  }
+  prompt_.SetFolder(QString::fromStdString(core::Text(session_.settings2D, "ACCESS READ DIR")));
+}
+
+void MainWindow::NoteGeometry() {
+  const QRect r = normalGeometry();
+  core::Set(session_.settings2D, "WINDOW STATE",
+            QString("%1,%2,%3,%4,%5").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height()).arg(isMaximized() ? 1 : 0)
+                .toStdString());
+  core::Set(session_.settings2D, "ACCESS READ DIR", prompt_.Folder().toStdString());
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
   // A busy window, or a tool that the user keeps, ends the close at once.
-  if (opening_.Busy() || !data_.tools.Resolve(data_.state) || core::Close(session_, *services_) != "END") {
+  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) {
+    event->ignore();
+    return;
+  }
+  NoteGeometry();
+  if (core::Close(session_, *services_) != "END") {
     event->ignore();
     return;
   }

@@ -71,6 +71,9 @@ class MainWindow final : public QMainWindow {
   void EnterLimit(bool upper);
   void ShowLimits();
   void UpdateRecentMenu();
+  bool Save();
+  void RestoreGeometry();
+  void NoteGeometry();
   void SetBusy(bool busy, const QString& what);
 
   core::Session session_;

@@ -192,6 +192,16 @@ class MainWindowTest : public QObject {
     QVERIFY(f2hi > 8 && f2lo < 1);  // a proton axis
     QCOMPARE(w.Session().saved, 0);  // a fresh transform is not saved yet
     QCOMPARE(w.Session().settings2D.lists.at("RECENT FILE").front(), cosy);
+
+    // What the window was like comes back with the next run: its size and the recent files.
+    w.resize(1000, 640);
+    Answerer answer;
+    answer.Press("Do not Save");
+    QVERIFY(w.close());
+    gui::MainWindow next(FoldersIn(folders), "");
+    QCOMPARE(next.size(), QSize(1000, 640));
+    const std::vector<std::string>& recent = next.Session().settings2D.lists.at("RECENT FILE");
+    QCOMPARE(recent, (std::vector<std::string>{cosy, jcamp}));
   }
 };
 
