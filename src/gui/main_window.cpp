@@ -24,6 +24,7 @@
 #include "display/levels.h"
 #include "display/view_navigation.h"
 #include "formats/registry.h"
+#include "gui/contour_dialog.h"
 #include "gui/display_area_dialog.h"
 #include "gui/grid_dialog.h"
 #include "model/data_type.h"
@@ -143,6 +144,7 @@ void MainWindow::BuildMenus() {
   view->addSeparator();
   view->addAction("Full View", QKeySequence(Qt::Key_Home), this, [this] { FullView(); });
   view->addAction("Zoom Out", QKeySequence::ZoomOut, this, [this] { ZoomOut(); });
+  view->addAction("Change Contour...", this, [this] { ChangeContour(); });
   view->addAction("Change Display Area...", this, [this] { ChangeDisplayArea(); });
   view->addAction("Set up Grid...", this, [this] { SetUpGrid(); });
   view->addSeparator();
@@ -362,6 +364,29 @@ void MainWindow::ZoomOut() {
   if (!data_.spectrum || opening_.Busy()) return;
   display::ZoomOut(data_.state, *data_.spectrum);
   view_->WindowChanged();
+}
+
+void MainWindow::ChangeContour() {
+  if (!data_.spectrum || opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  const model::Spectrum2D& s = *data_.spectrum;
+  const int cls = data_.pulseModeClass;
+  const auto altitudes = [this, &s, cls](const display::ContourSetting& setting) {
+    display::LevelTable table;
+    display::BuildLevelTable(table, setting, s.UpperLimit / fullScale_, s.LowerLimit / fullScale_, cls);
+    return table;
+  };
+  // The power display needs quadrants, and a class with a negative side.
+  const bool powerAllowed = (cls == model::VPH_HOMO || cls == model::VPH_HETERO) && !s.II.data.empty();
+  ContourDialog dialog(data_.setting, powerAllowed, altitudes, this);
+  const auto apply = [this](const display::ContourSetting& setting) {
+    const bool newValues = setting.PowerSpectrum != data_.setting.PowerSpectrum;
+    data_.setting = setting;
+    if (newValues) view_->DataChanged();  // another number at every point: grid and projections anew
+    else view_->LevelsChanged();
+  };
+  connect(&dialog, &ContourDialog::preview, this, apply);
+  if (dialog.exec() == QDialog::Accepted) apply(dialog.Setting());
+  core::SetNumber(session_.settings2D, "CONTOUR MODE", data_.setting.Interval);
 }
 
 void MainWindow::ChangeDisplayArea() {

@@ -48,6 +48,7 @@ class MainWindow final : public QMainWindow {
   void FullView();
   void ZoomOut();
   void SetSubMode(int subMode);
+  void ChangeContour();
   void ChangeDisplayArea();
   void SetUpGrid();
 

@@ -1,6 +1,7 @@
 // The main window driven as a person uses it, on the offscreen platform: open spectra of several
 // makers, read the title, the axes and the level bar, move the levels, draw a rubber band, put a
 // slice cursor on a peak, and close with the question about changed data.
+#include <QComboBox>
 #include <QDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -106,6 +107,25 @@ class MainWindowTest : public QObject {
     QTest::keyClick(&w, Qt::Key_PageUp);
     QVERIFY(WaitTraced(w));
     QCOMPARE(w.LowerText(), QString("10.0"));
+
+    // "Change Contour": a preview of 8 stages draws 8 levels, "Cancel" brings the 16 back.
+    QTimer::singleShot(0, [&w] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      QVERIFY(dialog && dialog->windowTitle() == "Change Contour");
+      auto* steps = dialog->findChildren<QComboBox*>().front();
+      steps->setCurrentIndex(steps->findData(8));
+      for (QAbstractButton* b : dialog->findChildren<QAbstractButton*>())
+        if (b->text() == "Preview") b->click();
+      QVERIFY(WaitTraced(w));
+      QCOMPARE(w.Picture().Levels().DrawCount, 8);
+      qobject_cast<QDialog*>(dialog)->reject();
+    });
+    w.ChangeContour();
+    QVERIFY(WaitTraced(w));
+    QCOMPARE(w.View().setting.Steps, 16);
+    QCOMPARE(w.Picture().Levels().DrawCount, 16);
+    w.activateWindow();  // the offscreen platform has no window manager to do it after a dialog
+    QVERIFY(QTest::qWaitForWindowActive(&w));
 
     // A rubber band from one ppm pair to another shows that window, to the data point.
     gui::SpectrumView& view = w.Picture();

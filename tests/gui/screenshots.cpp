@@ -77,6 +77,8 @@ int main(int argc, char** argv) {
   QTest::mouseClick(&view, Qt::LeftButton, {}, view.PositionOf(1.27, 24.9).toPoint());
   ok &= Save(w, out + "/main-hsqc-zoom-slice.png");
 
+  GrabNextDialog(out + "/dialog-contour.png", "Cancel");
+  w.ChangeContour();
   GrabNextDialog(out + "/dialog-display-area.png", "Cancel");
   w.ChangeDisplayArea();
   GrabNextDialog(out + "/dialog-grid.png", "OK");
