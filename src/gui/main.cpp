@@ -1,9 +1,11 @@
 // velk2d: the desktop program for 2D NMR.
 #include <QApplication>
+#include <QSplashScreen>
 #include <QStringList>
 
 #include "core/folders.h"
 #include "gui/main_window.h"
+#include "gui/splash.h"
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
@@ -13,10 +15,11 @@ int main(int argc, char** argv) {
   QStringList arguments = QApplication::arguments();
   arguments.removeFirst();
   const std::string commandLine = arguments.join(' ').toStdString();
+  const auto splash = velk::gui::ShowSplash(velk::gui::VersionText(VELK_VERSION_MAJOR, VELK_VERSION_MINOR, VELK_VERSION_PATCH));
   velk::gui::MainWindow window(velk::core::DefaultFolders(QApplication::applicationFilePath().toStdString()),
                                commandLine);
   if (window.Ended()) return 0;
-  window.resize(1200, 900);
   window.show();
+  splash->finish(&window);
   return QApplication::exec();
 }

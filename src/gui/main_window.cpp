@@ -98,6 +98,7 @@ MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLin
     return;
   }
   ApplySettings();
+  resize(1200, 900);
   RestoreGeometry();
   UpdateRecentMenu();
   // StartUp leaves a file named on the command line in the session; it is shown like any other.
@@ -332,6 +333,7 @@ void MainWindow::StepLimit(bool upper, bool up) {
     for (QToolButton* b : findChildren<QToolButton*>()) b->setDown(false);  // ends a held arrow
     return;
   }
+  view_->StopTracing();
   s.UpperLimit = u * fullScale_;
   s.LowerLimit = l * fullScale_;
   ShowLimits();
@@ -347,6 +349,7 @@ void MainWindow::EnterLimit(bool upper) {
   const std::string text = (upper ? upperEdit_ : lowerEdit_)->text().toStdString();
   const bool stored = upper ? display::EnterUpperLimit(text, u, l) : display::EnterLowerLimit(text, u, l);
   if (stored) {
+    view_->StopTracing();
     s.UpperLimit = u * fullScale_;
     s.LowerLimit = l * fullScale_;
     view_->LevelsChanged();

@@ -42,6 +42,8 @@ class SpectrumView final : public QWidget {
   void WindowChanged();
   // Slices, grid or captions changed: the frame is composed again around the same contour.
   void Recompose();
+  // Ends a trace under way, so that the data may change (the limits are read by the trace).
+  void StopTracing() { worker_.Stop(); }
   // While the data are being replaced the view shows its last picture and takes no mouse.
   void SetBusy(bool busy);
 

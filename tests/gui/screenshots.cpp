@@ -4,11 +4,13 @@
 #include <QLineEdit>
 #include <QAbstractButton>
 #include <QMessageBox>
+#include <QSplashScreen>
 #include <QTest>
 #include <QTimer>
 #include <cstdio>
 
 #include "gui/main_window.h"
+#include "gui/splash.h"
 #include "support/temp_folder.h"
 
 using namespace velk;
@@ -46,6 +48,10 @@ int main(int argc, char** argv) {
     return 2;
   }
   const QString out = argv[1];
+  {
+    const auto splash = gui::ShowSplash(gui::VersionText(VELK_VERSION_MAJOR, VELK_VERSION_MINOR, VELK_VERSION_PATCH));
+    Save(*splash, out + "/splash.png");
+  }
   test::TempFolder folders;
   gui::MainWindow w({folders / "data", folders / "config", folders / "log", folders / "work", folders / "program"}, "");
   w.resize(1200, 900);
