@@ -192,7 +192,8 @@ class MainWindowTest : public QObject {
     QVERIFY(w.Ended());
   }
 
-  // A JCAMP-DX 2D spectrum and the example's raw COSY (transformed on opening) open the same way.
+  // A JCAMP-DX 2D spectrum, a JEOL HSQC and the example's raw COSY (both transformed on opening)
+  // open the same way, and the next run remembers them.
   void OtherFormatsOpen() {
     test::TempFolder folders;
     gui::MainWindow w(FoldersIn(folders), "");
@@ -204,8 +205,20 @@ class MainWindowTest : public QObject {
     QVERIFY(w.View().state.ViewF2Start > w.View().state.ViewF2End);
     QVERIFY(w.Picture().Levels().DrawCount >= 8);
 
+    // JEOL's 2D data in the corpus are raw: the HSQC is transformed on opening, 13C along F1.
+    const std::string jeol = test::CorpusPath("jeol/Rutin_3080ug200uL_DMSOd6_HSQC_400MHz_Jeol.jdf").string();
+    QVERIFY(OpenAndWait(w, jeol));
+    QCOMPARE(w.windowTitle(), QString::fromStdString(jeol + " NMR 2D "));
+    QVERIFY(w.View().captionF1.find("13C") != std::string::npos);
+
     const std::string cosy = std::string(VELK_SOURCE_DIR) + "/examples/cosy/ser";
+    // The transformed HSQC is not saved: "Read Data" asks first, from its worker thread, and the
+    // question comes up on the interface thread.
+    Answerer first;
+    first.Press("Do not Save");
     QVERIFY(OpenAndWait(w, cosy));
+    QCOMPARE(first.title, QString("Caution!"));
+    QCOMPARE(first.text, QString("Data has been Changed"));
     QCOMPARE(w.windowTitle(), QString::fromStdString(cosy + " NMR 2D "));
     const model::Spectrum2D& s = *w.View().spectrum;
     const auto [f2lo, f2hi] = Range(s.ppmF2, s.axis[model::F2].Point);
@@ -221,7 +234,7 @@ class MainWindowTest : public QObject {
     gui::MainWindow next(FoldersIn(folders), "");
     QCOMPARE(next.size(), QSize(1000, 640));
     const std::vector<std::string>& recent = next.Session().settings2D.lists.at("RECENT FILE");
-    QCOMPARE(recent, (std::vector<std::string>{cosy, jcamp}));
+    QCOMPARE(recent, (std::vector<std::string>{cosy, jeol, jcamp}));
   }
 };
 
