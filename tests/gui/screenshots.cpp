@@ -1,4 +1,4 @@
-// velk2d-screenshots OUTDIR COSY HSQC: renders the main window and its dialogs on real data into
+// velk2d-screenshots OUTDIR COSY [HSQC]: renders the main window and its dialogs on real data into
 // OUTDIR/*.png for a person to look at. scripts/screenshots runs it on the offscreen platform.
 #include <QApplication>
 #include <QLineEdit>
@@ -43,8 +43,8 @@ void GrabNextDialog(const QString& file, const QString& button) {
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
-  if (argc != 4) {
-    std::fprintf(stderr, "usage: velk2d-screenshots OUTDIR COSY HSQC\n");
+  if (argc != 3 && argc != 4) {
+    std::fprintf(stderr, "usage: velk2d-screenshots OUTDIR COSY [HSQC]\n");
     return 2;
   }
   const QString out = argv[1];
@@ -66,6 +66,8 @@ int main(int argc, char** argv) {
   QTest::keyClicks(lower, "3");
   QTest::keyClick(lower, Qt::Key_Return);
   ok &= Settled(w) && Save(w, out + "/main-cosy.png");
+
+  if (argc == 3) return ok ? 0 : 1;
 
   // The transformed COSY is not saved: opening the next file asks first.
   GrabNextDialog(out + "/dialog-open-changed.png", "Do not Save");
