@@ -26,6 +26,7 @@
 #include "formats/registry.h"
 #include "gui/contour_dialog.h"
 #include "gui/display_area_dialog.h"
+#include "gui/environment_dialog.h"
 #include "gui/grid_dialog.h"
 #include "model/data_type.h"
 #include "model/type_detector.h"
@@ -136,6 +137,7 @@ void MainWindow::BuildMenus() {
   });
   file->addSeparator();
   file->addAction("Close (Discard Present Data)", this, [this] { DiscardData(); });
+  file->addAction("Set Environment...", this, [this] { SetEnvironment(); });
   file->addSeparator();
   file->addAction("E&xit", QKeySequence::Quit, this, [this] { close(); });
 
@@ -367,6 +369,22 @@ void MainWindow::ZoomOut() {
   if (!data_.spectrum || opening_.Busy()) return;
   display::ZoomOut(data_.state, *data_.spectrum);
   view_->WindowChanged();
+}
+
+void MainWindow::SetEnvironment() {
+  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  EnvironmentDialog dialog(session_.settings2D, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  dialog.Store(session_.settings2D);
+  core::WriteSettings(session_.settings2DFile, session_.settings2D);
+  // The display takes the new grid size and interpolation at once; the steps wait for the next file.
+  const display::ContourSetting kept = data_.setting;
+  ApplySettings();
+  data_.setting.Steps = kept.Steps;
+  data_.setting.Interval = kept.Interval;
+  data_.setting.PowerSpectrum = kept.PowerSpectrum;
+  data_.setting.DisplayMode = kept.DisplayMode;
+  view_->DataChanged();
 }
 
 void MainWindow::ChangeContour() {

@@ -49,6 +49,7 @@ class MainWindow final : public QMainWindow {
   void ZoomOut();
   void SetSubMode(int subMode);
   void ChangeContour();
+  void SetEnvironment();
   void ChangeDisplayArea();
   void SetUpGrid();
 

@@ -85,6 +85,8 @@ int main(int argc, char** argv) {
   QTest::mouseClick(&view, Qt::LeftButton, {}, view.PositionOf(1.27, 24.9).toPoint());
   ok &= Save(w, out + "/main-hsqc-zoom-slice.png");
 
+  GrabNextDialog(out + "/dialog-environment.png", "Cancel");
+  w.SetEnvironment();
   GrabNextDialog(out + "/dialog-contour.png", "Cancel");
   w.ChangeContour();
   GrabNextDialog(out + "/dialog-display-area.png", "Cancel");
