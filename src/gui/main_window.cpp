@@ -22,6 +22,7 @@
 #include "display/display_area.h"
 #include "display/display_grid.h"
 #include "display/levels.h"
+#include "display/messages.h"
 #include "display/view_navigation.h"
 #include "formats/registry.h"
 #include "gui/contour_dialog.h"
@@ -87,8 +88,11 @@ MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLin
   BuildMenus();
   BuildStatusBar();
   connect(view_, &SpectrumView::cursorMoved, cursorLabel_, &QLabel::setText);
+  // A trace shows its progress per level; a right click on the picture or "Quit" ends it.
   connect(view_, &SpectrumView::tracing, this, [this](int percent) {
-    if (!opening_.Busy()) progressBar_->setValue(percent);
+    if (opening_.Busy()) return;
+    if (percent < 100 && !quitButton_->isEnabled()) SetBusy(true, QString::fromUtf8(display::messages::kQuitDrawing.data()));
+    progressBar_->setValue(percent);
   });
   connect(view_, &SpectrumView::traced, this, [this] {
     if (!opening_.Busy()) SetBusy(false, {});
@@ -211,17 +215,20 @@ void MainWindow::BuildStatusBar() {
   statusBar()->addWidget(cursorLabel_, 1);
   statusBar()->addPermanentWidget(progressBar_);
   statusBar()->addPermanentWidget(quitButton_);
-  progressBar_->hide();
-  quitButton_->hide();
-  connect(quitButton_, &QPushButton::clicked, this, [this] { opening_.Quit(); });
+  // Both stay in their places, so that the bar does not jump when work starts and ends.
+  SetBusy(false, {});
+  connect(quitButton_, &QPushButton::clicked, this, [this] {
+    if (opening_.Busy()) opening_.Quit();
+    else view_->QuitTracing();
+  });
   connect(&opening_, &Worker::progressed, progressBar_, &QProgressBar::setValue);
 }
 
 void MainWindow::SetBusy(bool busy, const QString& what) {
-  progressBar_->setVisible(busy);
-  quitButton_->setVisible(busy);
+  quitButton_->setEnabled(busy);
+  progressBar_->setTextVisible(busy);
   progressBar_->setFormat(what + " %p%");
-  if (busy) progressBar_->setValue(0);
+  progressBar_->setValue(0);
   QApplication::restoreOverrideCursor();
   if (busy) QApplication::setOverrideCursor(Qt::BusyCursor);
 }

@@ -150,6 +150,7 @@ display::Pointer SpectrumView::DevicePointer(QMouseEvent* event) const {
 void SpectrumView::Point(Pointing what, QMouseEvent* event) {
   if (busy_ || !data_.spectrum) return;
   const display::Pointer at = DevicePointer(event);
+  if (what == Pointing::Press && at.right && Tracing()) return QuitTracing();
   const display::Rect& c = layout_.contour;
   const bool inside = at.x >= c.x && at.x < c.right() && at.y >= c.y && at.y < c.bottom();
   if (inside) emit cursorMoved(QString::fromStdString(display::CursorText(

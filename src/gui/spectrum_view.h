@@ -44,6 +44,8 @@ class SpectrumView final : public QWidget {
   void Recompose();
   // Ends a trace under way, so that the data may change (the limits are read by the trace).
   void StopTracing() { worker_.Stop(); }
+  // "Quit Drawing": the trace under way ends, and the picture stays as far as it was drawn.
+  void QuitTracing() { worker_.Quit(); }
   // While the data are being replaced the view shows its last picture and takes no mouse.
   void SetBusy(bool busy);
 
