@@ -30,9 +30,8 @@
 #include "gui/environment_dialog.h"
 #include "gui/grid_dialog.h"
 #include "model/data_type.h"
-#include "model/type_detector.h"
-#include "native/ver4_file.h"
-#include "processing/sequence.h"
+#include "document/transform.h"
+#include "document/write_data_set.h"
 
 namespace velk::gui {
 namespace {
@@ -47,18 +46,10 @@ class ProcessLauncher final : public platform::Launcher {
 };
 
 // Until the transform window is part of the program, a raw FID is transformed as that window
-// would do on "Execute 2D-FFT(No LP)" right after opening.
-bool TransformWithDefaults(core::Session& session, const model::FormatTable& formats, platform::Progress& progress) {
-  model::Spectrum2D& s = session.spectrum2D;
-  const std::vector<std::string>& recent = core::List(session.settings2D, "RECENT FILE");
-  const std::string pulseName = recent.empty() ? "" : model::TypeDetector(recent.front(), formats).modeText;
-  processing::SequenceSettings settings = processing::MakeSequenceSettings(
-      s, session.words.pulseModeClass, model::FormatOf(session.words.dataTypeCode));
-  processing::InitialF1Phase(s, settings, pulseName);
-  std::vector<std::string> list;
-  if (processing::Execute2DFft(s, settings, {progress, list}).code != 0) return false;
-  session.words.dataTypeCode |= model::kProcessedBit;
-  return true;
+// would do on "Execute 2D-FFT(No LP)" right after opening: the default recipe of the data set.
+bool TransformWithDefaults(document::Document& d, platform::Progress& progress) {
+  processing::SequenceSettings settings = document::DefaultSettingsOf(d);
+  return document::TransformDocument(d, settings, false, progress).outcome.ok();
 }
 
 std::string AxisCaption(const char* axis, const std::string& nucleus) {
@@ -70,8 +61,8 @@ std::string AxisCaption(const char* axis, const std::string& nucleus) {
 MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLine)
     : prompt_(this), launcher_(std::make_unique<ProcessLauncher>()) {
   session_.folders = folders;
-  services_ = std::make_unique<core::SessionServices>(core::SessionServices{
-      prompt_, *launcher_, formats::Formats(), [this](core::Session&) { return Save(); }, {}, {}});
+  services_ = std::make_unique<document::SessionServices>(document::SessionServices{
+      prompt_, *launcher_, formats::Formats(), [this](document::Session&) { return Save(); }, {}, {}});
   setAcceptDrops(true);
   setWindowTitle("NMR 2D");
 
@@ -98,7 +89,7 @@ MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLin
     if (!opening_.Busy()) SetBusy(false, {});
   });
 
-  if (core::StartUp(session_, commandLine, *services_) == core::StartResult::End) {
+  if (document::StartUp(session_, commandLine, *services_) == document::StartResult::End) {
     ended_ = true;
     return;
   }
@@ -107,8 +98,8 @@ MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLin
   RestoreGeometry();
   UpdateRecentMenu();
   // StartUp leaves a file named on the command line in the session; it is shown like any other.
-  if (session_.displayed == 1) AfterOpening(core::OpenResult::SpectrumLoaded);
-  else if (session_.state == core::SessionState::FtWindow) OpenFile(session_.commandLine);
+  if (session_.displayed == 1) AfterOpening(document::OpenResult::SpectrumLoaded);
+  else if (session_.state == document::SessionState::FtWindow) OpenFile(session_.commandLine);
 }
 
 MainWindow::~MainWindow() = default;
@@ -238,20 +229,20 @@ void MainWindow::OpenFile(std::optional<std::string> name) {
   if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
   view_->SetBusy(true);
   SetBusy(true, "Reading");
-  auto result = std::make_shared<core::OpenResult>(core::OpenResult::Cancelled);
+  auto result = std::make_shared<document::OpenResult>(document::OpenResult::Cancelled);
   auto transformed = std::make_shared<bool>(false);
   opening_.Start(
       [this, name, result, transformed](platform::Progress& progress) {
         // A name left by StartUp is already read into the FT window's place.
-        *result = session_.state == core::SessionState::FtWindow && name == session_.commandLine
-                      ? core::OpenResult::FidLoaded
-                      : core::Open(session_, *services_, name);
-        if (*result == core::OpenResult::FidLoaded) *transformed = TransformWithDefaults(session_, services_->formats, progress);
+        *result = session_.state == document::SessionState::FtWindow && name == session_.commandLine
+                      ? document::OpenResult::FidLoaded
+                      : document::Open(session_, *services_, name);
+        if (*result == document::OpenResult::FidLoaded) *transformed = TransformWithDefaults(session_.document, progress);
       },
       [this, result, transformed] {
-        if (*result == core::OpenResult::FidLoaded) {
-          core::LeaveFtWindow(session_, *services_, *transformed);
-          *result = *transformed ? core::OpenResult::SpectrumLoaded : core::OpenResult::Failed;
+        if (*result == document::OpenResult::FidLoaded) {
+          document::LeaveFtWindow(session_, *services_, *transformed);
+          *result = *transformed ? document::OpenResult::SpectrumLoaded : document::OpenResult::Failed;
         }
         view_->SetBusy(false);
         SetBusy(false, {});
@@ -259,21 +250,21 @@ void MainWindow::OpenFile(std::optional<std::string> name) {
       });
 }
 
-void MainWindow::AfterOpening(core::OpenResult result) {
-  if (result == core::OpenResult::SpectrumLoaded) ShowData();
+void MainWindow::AfterOpening(document::OpenResult result) {
+  if (result == document::OpenResult::SpectrumLoaded) ShowData();
   else view_->DataChanged();  // the picture of the data kept
   UpdateRecentMenu();
   emit opened();
 }
 
 void MainWindow::ShowData() {
-  model::Spectrum2D& s = session_.spectrum2D;
+  model::Spectrum2D& s = session_.document.spectrum;
   data_.spectrum = &s;
-  data_.pulseModeClass = session_.words.pulseModeClass;
+  data_.pulseModeClass = session_.document.words.pulseModeClass;
   const float largest = display::LargestShownMagnitude(s, data_.pulseModeClass, data_.setting);
   fullScale_ = largest > 0 ? largest : 1.0f;
   // Our own files keep their limits; a vendor's spectrum starts at 100 % and 10 % of its largest value.
-  if (model::FormatOf(session_.words.dataTypeCode) != model::kVer4 || !(s.LowerLimit > 0 && s.LowerLimit < s.UpperLimit)) {
+  if (model::FormatOf(session_.document.words.dataTypeCode) != model::kVer4 || !(s.LowerLimit > 0 && s.LowerLimit < s.UpperLimit)) {
     s.UpperLimit = fullScale_;
     s.LowerLimit = 0.1f * fullScale_;
   }
@@ -297,22 +288,20 @@ bool MainWindow::Save() {
   if (!chosen) return false;
   std::filesystem::path file = *chosen;
   if (file.extension().empty()) file += ".vlk2";
-  const native::WriteOptions options{core::Number(session_.settings2D, "MAKE FILE BACKUP") != 0,
-                                     core::SessionLogger(session_, prompt_)};
-  const platform::Outcome written =
-      native::WriteDataR4(file, session_.spectrum2D, &session_.spectra1D[core::kF2Companion],
-                          &session_.spectra1D[core::kF1Companion], session_.words, native::SaveMode::AllPlanes, options);
+  formats::WriteChoices choices;
+  choices.keepBackup = core::Number(session_.settings2D, "MAKE FILE BACKUP") != 0;
+  choices.log = document::SessionLogger(session_, prompt_);
+  const platform::Outcome written = document::SaveDocument(session_.document, file, choices);
   if (!written.ok()) {
     if (!written.message.empty()) prompt_.Ask(written.message);
     return false;
   }
-  session_.saved = 1;
   return true;
 }
 
 void MainWindow::DiscardData() {
   if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
-  core::DiscardData(session_);
+  document::DiscardData(session_);
   data_.spectrum = nullptr;
   setWindowTitle("NMR 2D");
   upperEdit_->clear();
@@ -325,7 +314,7 @@ QString MainWindow::LowerText() const { return lowerEdit_->text(); }
 QString MainWindow::CursorText() const { return cursorLabel_->text(); }
 
 void MainWindow::ShowLimits() {
-  const model::Spectrum2D& s = session_.spectrum2D;
+  const model::Spectrum2D& s = session_.document.spectrum;
   upperEdit_->setText(QString::fromStdString(display::FormatLimit(s.UpperLimit / fullScale_, display::kScientificUpper)));
   lowerEdit_->setText(
       QString::fromStdString(display::FormatLimit(s.LowerLimit / fullScale_, display::kScientificLowerUp)));
@@ -335,7 +324,7 @@ void MainWindow::ShowLimits() {
 // rules of the arrows and the entries work on the fractions.
 void MainWindow::StepLimit(bool upper, bool up) {
   if (!data_.spectrum || opening_.Busy()) return;
-  model::Spectrum2D& s = session_.spectrum2D;
+  model::Spectrum2D& s = session_.document.spectrum;
   float u = s.UpperLimit / fullScale_, l = s.LowerLimit / fullScale_;
   const bool stepped = upper ? display::StepUpperLimit(up, u, l) : display::StepLowerLimit(up, u, l);
   if (!stepped) {
@@ -353,7 +342,7 @@ void MainWindow::StepLimit(bool upper, bool up) {
 
 void MainWindow::EnterLimit(bool upper) {
   if (!data_.spectrum || opening_.Busy()) return;
-  model::Spectrum2D& s = session_.spectrum2D;
+  model::Spectrum2D& s = session_.document.spectrum;
   float u = s.UpperLimit / fullScale_, l = s.LowerLimit / fullScale_;
   const std::string text = (upper ? upperEdit_ : lowerEdit_)->text().toStdString();
   const bool stored = upper ? display::EnterUpperLimit(text, u, l) : display::EnterLowerLimit(text, u, l);
@@ -482,7 +471,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     return;
   }
   NoteGeometry();
-  if (core::Close(session_, *services_) != "END") {
+  if (document::Close(session_, *services_) != "END") {
     event->ignore();
     return;
   }

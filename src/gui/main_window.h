@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "core/session.h"
+#include "document/session.h"
 #include "gui/spectrum_view.h"
 #include "gui/worker.h"
 #include "platform/qt/qt_prompt.h"
@@ -36,7 +36,7 @@ class MainWindow final : public QMainWindow {
   bool Ended() const { return ended_; }
 
   // For the people who test the window: what it shows.
-  const core::Session& Session() const { return session_; }
+  const document::Session& Session() const { return session_; }
   const ViewData& View() const { return data_; }
   SpectrumView& Picture() { return *view_; }
   QString UpperText() const;
@@ -66,7 +66,7 @@ class MainWindow final : public QMainWindow {
   QWidget* BuildLevelControls();
   void BuildStatusBar();
   void ApplySettings();
-  void AfterOpening(core::OpenResult result);
+  void AfterOpening(document::OpenResult result);
   void ShowData();
   void DiscardData();
   void StepLimit(bool upper, bool up);
@@ -78,10 +78,10 @@ class MainWindow final : public QMainWindow {
   void NoteGeometry();
   void SetBusy(bool busy, const QString& what);
 
-  core::Session session_;
+  document::Session session_;
   platform::qt::QtPrompt prompt_;
   std::unique_ptr<platform::Launcher> launcher_;
-  std::unique_ptr<core::SessionServices> services_;
+  std::unique_ptr<document::SessionServices> services_;
   ViewData data_;
   SpectrumView* view_ = nullptr;
   Worker opening_;
