@@ -31,7 +31,9 @@
 #include "gui/grid_dialog.h"
 #include "model/data_type.h"
 #include "document/transform.h"
+#include "document/read_data_set.h"
 #include "document/write_data_set.h"
+#include "native/ver4_file.h"
 
 namespace velk::gui {
 namespace {
@@ -62,7 +64,21 @@ MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLin
     : prompt_(this), launcher_(std::make_unique<ProcessLauncher>()) {
   session_.folders = folders;
   services_ = std::make_unique<document::SessionServices>(document::SessionServices{
-      prompt_, *launcher_, formats::Formats(), [this](document::Session&) { return Save(); }, {}, {}});
+      prompt_, *launcher_, formats::Formats(), [this](document::Session&) { return Save(); },
+      // The spectrum shown is kept while an FID is read and transformed, and comes back when that fails.
+      [](const document::Session& s, const std::filesystem::path& file) {
+        const document::Document& d = s.document;
+        return native::WriteDataR4(file, d.spectrum, &d.companionF2, &d.companionF1, d.words,
+                                   native::SaveMode::AllPlanes, {false, nullptr})
+            .ok();
+      },
+      [this](document::Session& s, const std::filesystem::path& file) {
+        document::ReadResult kept = document::ReadDataSet(file, prompt_);
+        if (!kept.outcome.ok()) return false;
+        s.document = std::move(*kept.document);
+        snapshotBack_ = true;
+        return true;
+      }});
   setAcceptDrops(true);
   setWindowTitle("NMR 2D");
 
@@ -203,6 +219,7 @@ void MainWindow::BuildStatusBar() {
   progressBar_ = new QProgressBar(this);
   progressBar_->setMaximumWidth(200);
   quitButton_ = new QPushButton("Quit", this);
+  quitButton_->setObjectName("quit");
   statusBar()->addWidget(cursorLabel_, 1);
   statusBar()->addPermanentWidget(progressBar_);
   statusBar()->addPermanentWidget(quitButton_);
@@ -231,6 +248,7 @@ void MainWindow::OpenFile(std::optional<std::string> name) {
   SetBusy(true, "Reading");
   auto result = std::make_shared<document::OpenResult>(document::OpenResult::Cancelled);
   auto transformed = std::make_shared<bool>(false);
+  snapshotBack_ = false;
   opening_.Start(
       [this, name, result, transformed](platform::Progress& progress) {
         // A name left by StartUp is already read into the FT window's place.
@@ -241,8 +259,19 @@ void MainWindow::OpenFile(std::optional<std::string> name) {
       },
       [this, result, transformed] {
         if (*result == document::OpenResult::FidLoaded) {
+          const std::string title = windowTitle().toStdString();
           document::LeaveFtWindow(session_, *services_, *transformed);
           *result = *transformed ? document::OpenResult::SpectrumLoaded : document::OpenResult::Failed;
+          // A transform that was quit or failed leaves raw data behind: the spectrum shown before
+          // comes back, or the window shows nothing.
+          if (!*transformed && snapshotBack_) {
+            session_.windowTitle = title;
+            *result = document::OpenResult::SpectrumLoaded;
+          } else if (!*transformed) {
+            document::DiscardData(session_);
+            data_.spectrum = nullptr;
+            setWindowTitle("NMR 2D");
+          }
         }
         view_->SetBusy(false);
         SetBusy(false, {});

@@ -87,6 +87,7 @@ class MainWindow final : public QMainWindow {
   Worker opening_;
   float fullScale_ = 1.0f;  // the largest shown value: 100 % of the limits
   bool ended_ = false;
+  bool snapshotBack_ = false;  // the shown spectrum came back from its snapshot
 
   QLineEdit* upperEdit_ = nullptr;
   QLineEdit* lowerEdit_ = nullptr;

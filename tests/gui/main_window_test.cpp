@@ -205,13 +205,20 @@ class MainWindowTest : public QObject {
     QVERIFY(w.View().state.ViewF2Start > w.View().state.ViewF2End);
     QVERIFY(w.Picture().Levels().DrawCount >= 8);
 
+    // "Quit" while the example's raw COSY is transformed: the JCAMP-DX spectrum comes back.
+    const std::string cosy = std::string(VELK_SOURCE_DIR) + "/examples/cosy/ser";
+    const float f1High = w.View().state.ViewF1End;
+    QTimer::singleShot(0, [&w] { w.findChild<QPushButton*>("quit")->click(); });
+    QVERIFY(OpenAndWait(w, cosy));
+    QCOMPARE(w.windowTitle(), QString::fromStdString(jcamp + " NMR 2D "));
+    QCOMPARE(w.View().state.ViewF1End, f1High);
+
     // JEOL's 2D data in the corpus are raw: the HSQC is transformed on opening, 13C along F1.
     const std::string jeol = test::CorpusPath("jeol/Rutin_3080ug200uL_DMSOd6_HSQC_400MHz_Jeol.jdf").string();
     QVERIFY(OpenAndWait(w, jeol));
     QCOMPARE(w.windowTitle(), QString::fromStdString(jeol + " NMR 2D "));
     QVERIFY(w.View().captionF1.find("13C") != std::string::npos);
 
-    const std::string cosy = std::string(VELK_SOURCE_DIR) + "/examples/cosy/ser";
     // The transformed HSQC is not saved: "Read Data" asks first, from its worker thread, and the
     // question comes up on the interface thread.
     Answerer first;
