@@ -9,9 +9,11 @@
 #include "formats/registry.h"
 #include "layout/number_format.h"
 #include "layout/parameter_macros.h"
+#include "layout/render_parameter_list.h"
 #include "model/type_detector.h"
 #include "native/fixture.h"
 #include "support/corpus.h"
+#include "support/recording_surface.h"
 #include "support/scripted_prompt.h"
 #include "support/temp_folder.h"
 
@@ -114,6 +116,36 @@ TEST(ParameterMacros, EveryMacroOfTheFullListRendersOnARealCosy) {
   EXPECT_EQ(RenderParameter({"NOSUCH", "Own", " text"}, source)->value, " text");
   EXPECT_EQ(RenderParameter({"$", "", "Head"}, source)->heading, true);
   EXPECT_FALSE(RenderParameter({";", "", "x"}, source).has_value());
+}
+
+}  // namespace
+}  // namespace velk::layout
+
+namespace velk::layout {
+namespace {
+
+TEST(ParameterBlock, ValuesStandOnTheDecimalColumn) {
+  model::Spectrum2D s;
+  s.params.SCANS = 1024;
+  s.axis[model::F2].Resolution = 5.3697;
+  s.params.SLVNT = "CDCl3";
+  const ParameterList list{{"SCANS", "", ""}, {"F2RES", "", ""}, {";", "", "hidden"}, {"$", "", "Head"},
+                           {"SLVNT", "A label much longer than the column", ""}};
+  test::RecordingSurface surface;
+  const platform::Extent block =
+      RenderParameterList(surface, list, TextFont{}, 0, {100, 50, 1}, ParameterSource{.s = s});
+  // Every byte is 5 units wide at 10 points: the decimal column 25 lies at 125.
+  std::vector<std::pair<std::string, platform::Point>> texts;
+  for (const auto* call : surface.Of(test::Recorded::Text)) texts.emplace_back(call->text, call->points[0]);
+  ASSERT_EQ(texts.size(), 7u);
+  EXPECT_EQ(texts[1], (std::pair<std::string, platform::Point>{"1024", {100 + 125 - 20, 50}}));
+  EXPECT_EQ(texts[3], (std::pair<std::string, platform::Point>{"5.3697 Hz", {100 + 125 - 5, 61}}));
+  EXPECT_EQ(texts[4].first, "Head");
+  EXPECT_EQ(texts[4].second, (platform::Point{100, 72}));
+  EXPECT_EQ(texts[6], (std::pair<std::string, platform::Point>{"CDCl3", {100 + 35 * 5 + 5, 83}}))
+      << "a long label pushes its value right";
+  EXPECT_EQ(block.height, 44);
+  EXPECT_EQ(block.width, 35 * 5 + 5 + 25);
 }
 
 }  // namespace
