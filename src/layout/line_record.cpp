@@ -1,5 +1,6 @@
 #include "layout/line_record.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -30,7 +31,7 @@ static_assert(std::endian::native == std::endian::little, "line records are copi
 
 LineRecordBytes PackLineRecord(const LayoutLine& line, LineTarget target) {
   LineRecordBytes r{};
-  const int kind = line.StyleCode / 4;
+  const int kind = std::max(0, line.StyleCode / 4);
   const int flags = NonNegativeMod(line.StyleCode, 4);
   const bool endHead = flags == 1 || flags == 3;
   const bool startHead = flags == 2 || flags == 3;
@@ -73,7 +74,7 @@ LayoutLine UnpackLineRecord(const LineRecordBytes& r, LineTarget target) {
     line.LineType = NonNegativeMod(end / kFold - kLineTypeFoldBase, kLineTypes);
   line.HeadLengthStart = static_cast<std::int16_t>(NonNegativeMod(start, kFold));
   line.HeadLengthEnd = static_cast<std::int16_t>(NonNegativeMod(end, kFold));
-  const int kind = start / kFold;
+  const int kind = std::max(0, start / kFold);  // a damaged record's negative kind becomes a plain line
   // The head flags are not stored: a head is there when it has a length.
   const int flags = (line.HeadLengthEnd > 0 ? 1 : 0) + (line.HeadLengthStart > 0 ? 2 : 0);
   line.StyleCode = static_cast<std::int16_t>(kind * 4 + flags);
