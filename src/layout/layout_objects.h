@@ -37,11 +37,14 @@ struct LayoutText {
   friend bool operator==(const LayoutText&, const LayoutText&) = default;
 };
 
+// A fill colour that no blue-green-red word can be: the shape stays hollow.
+inline constexpr std::uint32_t kNoFill = 0xFFFFFFFF;
+
 // Circles (ovals) and rectangles share one record.
 struct LayoutShape {
   float X1 = 0, Y1 = 0, X2 = 0, Y2 = 0;  // the frame
   std::uint32_t BorderColor = 0;
-  std::uint32_t FillColor = 0xFFFFFF;
+  std::uint32_t FillColor = kNoFill;
   float LineWidth = 1;
   std::int32_t LineStyle = 0;
   float Ratio = 1;  // circles: 1.0 is a true circle; rectangles: held as stored
