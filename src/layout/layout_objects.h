@@ -32,8 +32,8 @@ struct LayoutText {
   std::uint32_t Reserved = 0;
   std::int16_t Bold = 0, Italic = 0, Underline = 0, StrikeOut = 0;
   std::string FontName = "Arial";
-  std::string Text;      // internal codes
-  std::string RichText;  // empty when there is none
+  std::string Text{};      // internal codes
+  std::string RichText{};  // empty when there is none
   friend bool operator==(const LayoutText&, const LayoutText&) = default;
 };
 

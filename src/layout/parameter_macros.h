@@ -24,7 +24,7 @@ struct ParameterSource {
   const model::Spectrum2D& s;
   bool greekUnits = true;  // false when the print font option "Japanese Font in English Font" is on
   std::tm printTime{};     // "PRNT_DATE"
-  std::string f2TraceName, f1TraceName;  // the 1D sets shown beside the contour; empty when none
+  std::string f2TraceName{}, f1TraceName{};  // the 1D sets shown beside the contour; empty when none
   bool f1Exchanged = false;              // "2DXCHG"
   bool fidArranged = false;              // "2DEDIT"
   std::array<LpValues, 2> lp{};          // F1 first, F2 second, as the axes

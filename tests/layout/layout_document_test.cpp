@@ -6,6 +6,7 @@
 
 #include "layout/layout_sections.h"
 #include "layout/line_record.h"
+#include "layout/undo_captions.h"
 #include "native/fixture.h"
 #include "native/ver4_file.h"
 #include "support/temp_folder.h"
@@ -77,6 +78,14 @@ TEST(LayoutDocument, ABrokenDrawOrderIsRepairedOnce) {
   doc.drawOrder = repaired.order;
   EXPECT_TRUE(ResolveDrawOrder(doc).consistent);
   EXPECT_EQ(DrawOrderWarning().text, "There are Display Errors of Text/Image/figure.");
+}
+
+TEST(LayoutDocument, UndoCaptionsKeepTheirSpelling) {
+  EXPECT_EQ(UndoCaption(12), "UnDo(Add Line)");
+  EXPECT_EQ(UndoCaption(102), "UnDo(2D Back Graound and Frame)");
+  EXPECT_EQ(UndoCaption(3), "UnDo");
+  EXPECT_EQ(TextEditorUndoCaption(1), "UnDo(Text Input)");
+  EXPECT_EQ(TextEditorUndoCaption(2), "UnDo");
 }
 
 TEST(LineRecord, FoldsKindHeadsAndPatternForEachStyleAndTarget) {
@@ -162,7 +171,9 @@ TEST(LayoutSections, EveryObjectKindThroughAVer4FileByteForByte) {
   WriteLayoutSections(changed, LayoutPage::Page2D, sections);
   EXPECT_EQ(ReadLayoutSections(sections, LayoutPage::Page2D), changed);
   for (const model::CarriedSection& section : sections)
-    if (section.tag == "## LINE DATA 2D") EXPECT_EQ(section.bytes[32 + 50], 0xAB);
+    if (section.tag == "## LINE DATA 2D") {
+      EXPECT_EQ(section.bytes[32 + 50], 0xAB);
+    }
 }
 
 TEST(LayoutSections, DamagedSectionsReadWithinTheirBounds) {
