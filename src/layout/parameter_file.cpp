@@ -35,6 +35,17 @@ platform::Outcome Failure(std::string_view tag, const std::filesystem::path& fil
                platform::Buttons::Ok, platform::Icon::Warning, false}};
 }
 
+// A failed read leaves the list as it was.
+platform::Outcome ReadListFile(const std::filesystem::path& file, ParameterList& list) {
+  std::ifstream in(file, std::ios::binary);
+  if (!in) return Failure(kReadTag, file);
+  std::stringstream text;
+  text << in.rdbuf();
+  if (in.bad()) return Failure(kReadTag, file);
+  list = ParseParameterText(text.str());
+  return {};
+}
+
 }  // namespace
 
 std::optional<ParameterLine> ParseParameterLine(std::string_view raw) {
@@ -94,14 +105,11 @@ std::filesystem::path ParameterFilePath(const std::filesystem::path& name, const
 
 platform::Outcome ReadParaFile(const std::filesystem::path& name, const std::filesystem::path& parameterFolder,
                                ParameterList& list) {
-  const std::filesystem::path file = ParameterFilePath(name, parameterFolder);
-  std::ifstream in(file, std::ios::binary);
-  if (!in) return Failure(kReadTag, file);
-  std::stringstream text;
-  text << in.rdbuf();
-  if (in.bad()) return Failure(kReadTag, file);
-  list = ParseParameterText(text.str());
-  return {};
+  return ReadListFile(ParameterFilePath(name, parameterFolder), list);
+}
+
+platform::Outcome ReadAllParameters(const std::filesystem::path& dataFolder, ParameterList& list) {
+  return ReadListFile(dataFolder / kAllParametersFile, list);
 }
 
 platform::Outcome WriteParaFile(const std::filesystem::path& name, const std::filesystem::path& parameterFolder,

@@ -38,6 +38,11 @@ platform::Outcome ReadParaFile(const std::filesystem::path& name, const std::fil
                                ParameterList& list);
 platform::Outcome WriteParaFile(const std::filesystem::path& name, const std::filesystem::path& parameterFolder,
                                 const ParameterList& list);
+// The list of all parameters and labels offered for editing, "NMRAllParE.lst" in the program's
+// data folder, in the same form as a ".prt" file but under its own name.
+inline constexpr std::string_view kAllParametersFile = "NMRAllParE.lst";
+platform::Outcome ReadAllParameters(const std::filesystem::path& dataFolder, ParameterList& list);
+
 // The list of a file's text (Shift-JIS), and the text of a list.
 ParameterList ParseParameterText(std::string_view text);
 std::string FormatParameterText(const ParameterList& list);

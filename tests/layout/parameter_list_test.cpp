@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <set>
 
 #include "formats/registry.h"
@@ -82,8 +81,8 @@ std::unique_ptr<model::Spectrum2D> ReadCosy() {
 TEST(ParameterMacros, EveryMacroOfTheFullListRendersOnARealCosy) {
   const auto s = ReadCosy();
   ASSERT_EQ(s->axis[model::F2].Point, 1024);
-  std::ifstream in(std::string(VELK_SOURCE_DATA) + "/NMRAllParE.lst", std::ios::binary);
-  const ParameterList all = ParseParameterText(std::string(std::istreambuf_iterator<char>(in), {}));
+  ParameterList all;
+  ASSERT_TRUE(ReadAllParameters(VELK_SOURCE_DATA, all).ok());
   ASSERT_GT(all.size(), 200u);
 
   ParameterSource source{.s = *s};
