@@ -13,6 +13,7 @@ constexpr double kDegree = 0.0174532925199433;
 constexpr double kLineSpacing = 1.1;
 constexpr double kTabStep = 3.8;  // in sizes
 constexpr int kMostTabSteps = 100;
+constexpr double kLargestPoints = 1000;  // a larger size in a damaged text falls back to the base size
 
 // The look of one run of characters.
 struct Look {
@@ -79,7 +80,9 @@ class Layout {
         break;
       case CodeKind::Greek: look_.greek = code.on; break;
       case CodeKind::Font: f.name = code.on ? code.text : base_.name; break;
-      case CodeKind::Size: f.points = code.on && code.value > 0 ? code.value : base_.points; break;
+      case CodeKind::Size:
+        f.points = code.on && code.value > 0 && code.value <= kLargestPoints ? code.value : base_.points;
+        break;
       case CodeKind::Color: look_.color = code.on ? static_cast<platform::Color>(code.value) : baseColor_; break;
       case CodeKind::Tab: Tab(); break;
       case CodeKind::LineBreak: NewLine(); break;

@@ -6,6 +6,7 @@
 
 #include "layout/layout_sections.h"
 #include "layout/line_record.h"
+#include "layout/paste_object.h"
 #include "layout/undo_captions.h"
 #include "native/fixture.h"
 #include "native/ver4_file.h"
@@ -63,6 +64,24 @@ TEST(LayoutDocument, DeletingCompactsTablesButImagesKeepTheirSlots) {
   MoveToBack(doc, {ObjectKind::Image, 2});
   EXPECT_EQ(doc.drawOrder.front(), (DrawOrderEntry{ObjectKind::Image, 2}));
   EXPECT_TRUE(ResolveDrawOrder(doc).consistent);
+}
+
+TEST(LayoutDocument, PastedCopiesMoveByTheOffsetAndStayOnThePage) {
+  LayoutDocument doc;
+  AddText(doc, {.X = 20.8f, .Y = 1});
+  AddLine(doc, {.X1 = 18, .Y1 = 1, .X2 = 20.8f, .Y2 = 2});
+  AddImage(doc, {.Kind = 1, .Left = 1, .Top = 1, .Right = 3, .Bottom = 3});
+  for (DrawOrderEntry entry : std::vector(doc.drawOrder))
+    ASSERT_TRUE(PasteObject(doc, *CopyObject(doc, entry), 0.5, 21, 29.7).ok());
+  EXPECT_FLOAT_EQ(doc.texts[1].X, 21);
+  EXPECT_FLOAT_EQ(doc.texts[1].Y, 1.5f);
+  EXPECT_FLOAT_EQ(doc.lines[1].X1, 18.2f) << "pulled in whole";
+  EXPECT_FLOAT_EQ(doc.lines[1].X2, 21);
+  EXPECT_FLOAT_EQ(doc.images[2].Left, 1.5f) << "the image goes to the next free slot";
+  EXPECT_FALSE(CopyObject(doc, {ObjectKind::Image, 3}).has_value());
+  for (int k = 0; k < 198; ++k) AddLine(doc, {});
+  EXPECT_EQ(PasteObject(doc, *CopyObject(doc, {ObjectKind::Line, 0}), 0.5, 21, 29.7).message.text,
+            "Exceed Max String Number!");
 }
 
 TEST(LayoutDocument, ABrokenDrawOrderIsRepairedOnce) {
