@@ -16,6 +16,7 @@ constexpr double kMargin = 1.5;          // cm
 constexpr double kCommentHeight = 1.2;   // cm
 constexpr double kParameterPoints = 9;
 constexpr double kCommentPoints = 12;
+constexpr double kColumnGap = 0.5;       // cm between the parameter columns
 constexpr double kStoredUnitsPerCm = 100;  // widths and head lengths of lines are kept in 0.1 mm
 
 // A surface whose origin lies at (dx, dy) of another one, so that a picture drawn for a surface
@@ -107,7 +108,7 @@ bool RenderPage(platform::Surface& surface, const PageContent& content, const Pa
     block.x = Dots(f.parameterX + c * f.parameterWidth / 2, dotsPerInch);
     block.y = Dots(f.parameterY, dotsPerInch);
     block.scale = pixelsPerPoint;
-    block.width = Dots(f.parameterWidth / 2, dotsPerInch);
+    block.width = Dots(f.parameterWidth / 2 - kColumnGap, dotsPerInch);
     RenderParameterList(surface, columns[c], TextFont{"Sans Serif", kParameterPoints}, platform::kBlack, block,
                         content.source);
   }
