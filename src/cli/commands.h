@@ -12,5 +12,6 @@ void AddExportCommand(CLI::App& app, int& status);
 void AddPlotCommand(CLI::App& app, int& status);
 #endif
 void AddProcessCommand(CLI::App& app, int& status);
+void AddPeaksCommand(CLI::App& app, int& status);
 
 }  // namespace velk::cli
