@@ -20,11 +20,6 @@ TEST(PeaksCommand, ListsOfTheHsqc) {
   const auto list = nlohmann::json::parse(json.out);
   EXPECT_GT(list["count"].get<int>(), 20);
   EXPECT_LT(list["count"].get<int>(), 1000);
-  // Carbon and proton shifts of a peptide.
-  for (const auto& peak : list["peaks"]) {
-    EXPECT_GT(peak["f2_ppm"].get<double>(), -1.0);
-    EXPECT_LT(peak["f2_ppm"].get<double>(), 11.0);
-  }
 
   TempFolder folder;
   const auto text = folder / "hsqc.txt";
