@@ -13,5 +13,6 @@ void AddPlotCommand(CLI::App& app, int& status);
 void AddPageCommand(CLI::App& app, int& status);
 #endif
 void AddProcessCommand(CLI::App& app, int& status);
+void AddPeaksCommand(CLI::App& app, int& status);
 
 }  // namespace velk::cli

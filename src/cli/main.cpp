@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
   velk::cli::AddPageCommand(app, status);
 #endif
   velk::cli::AddProcessCommand(app, status);
+  velk::cli::AddPeaksCommand(app, status);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

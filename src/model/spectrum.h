@@ -53,6 +53,10 @@ struct Spectrum2D {
   // The contour limits, fractions of full scale; the transform sets them to 1.0 and 0.1.
   float UpperLimit = 1.0f;
   float LowerLimit = 0.1f;
+  // INADEQUATE: 1 when the set is treated as one; 1 when its F1 span already covers the whole
+  // double-quantum range (0 while the data are still folded).
+  std::int16_t InadequateMode = 0;
+  std::int16_t InadequateFull = 0;
 };
 
 struct Spectrum1D {
