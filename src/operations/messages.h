@@ -37,6 +37,12 @@ inline constexpr std::string_view kRecommendRealOnly =
 inline constexpr std::string_view kExchangeTitle = "Exchange Data";
 inline constexpr std::string_view kExchangeQuestion = "Exchange F1 and F2 Data?";
 
+// Reference from the instruments' table when a frequency is missing.
+inline constexpr std::string_view kReferenceTitle = "Reference Setting";
+inline constexpr std::string_view kFrequencyMissing =
+    ": the observe frequency of the data or the 0 ppm frequency of the instrument is missing; the reference stays as "
+    "it was.";
+
 inline platform::Message DataSizeTooLarge() {
   return {std::string(processing::messages::kDataSizeError), std::string(processing::messages::kDataSizeTooLarge),
           platform::Buttons::Ok, platform::Icon::Warning, true};

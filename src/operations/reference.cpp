@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "model/data_type.h"
+#include "operations/messages.h"
 
 namespace velk::operations {
 namespace {
@@ -66,10 +67,9 @@ platform::Outcome SetReferenceByInstrument(model::Spectrum2D& s, display::Displa
   for (model::Axis a : {F1, F2})
     if (!zero[a] || !(*zero[a] > 0) || !(s.extras[a].absFreqCenter > 0))
       return {1,
-              {"Reference Setting",
-               std::string(a == F1 ? "F1" : "F2") + ": the observe frequency of the data or the 0 ppm frequency of the "
-                                                     "instrument is missing; the reference stays as it was.",
-               platform::Buttons::Ok, platform::Icon::Information, false}};
+              {std::string(messages::kReferenceTitle),
+               std::string(a == F1 ? "F1" : "F2") + std::string(messages::kFrequencyMissing), platform::Buttons::Ok,
+               platform::Icon::Information, false}};
   ReferenceValues values;
   for (model::Axis a : {F1, F2}) {
     s.extras[a].absFreq0ppm = *zero[a];

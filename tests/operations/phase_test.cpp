@@ -8,6 +8,7 @@
 #include <numbers>
 
 #include "operations/auto_phase.h"
+#include "operations/blank_spectrum.h"
 #include "operations/phase.h"
 #include "operations/phase_panel.h"
 
@@ -21,14 +22,6 @@ using Complex = std::complex<double>;
 
 constexpr double kRad = std::numbers::pi / 180;
 
-model::Spectrum2D Blank(std::int32_t n2, std::int32_t n1) {
-  model::Spectrum2D s;
-  EXPECT_EQ(model::AllocateSpectrum2D(s, n2, n1), 0);
-  s.axis[F2].Point = n2;
-  s.axis[F1].Point = n1;
-  return s;
-}
-
 // Lorentzian lines of both signs in both dimensions; each axis's line multiplied by exp(i error(k)).
 struct Line {
   double c, r, height;
@@ -39,7 +32,7 @@ constexpr double kWidth = 2.0;
 Complex Lorentz(double x) { return 1.0 / Complex(1.0, x / kWidth); }  // absorption + i dispersion
 
 model::Spectrum2D Hypercomplex(std::int32_t n2, std::int32_t n1, PhaseValues error2, PhaseValues error1) {
-  model::Spectrum2D s = Blank(n2, n1);
+  model::Spectrum2D s = BlankSpectrum(n2, n1);
   const auto angle = [](const PhaseValues& p, std::int32_t k, std::int32_t n) {
     return (p.Phase0 + (k - p.pivot) * static_cast<double>(p.Phase1) / n) * kRad;
   };
@@ -67,7 +60,7 @@ bool SameBits(const model::Plane& a, const model::Plane& b) {
 }
 
 TEST(Phase, HandComputedPointsFollowPivotAndAxisPairs) {
-  model::Spectrum2D s = Blank(128, 256);
+  model::Spectrum2D s = BlankSpectrum(128, 256);
   s.RR.at(96, 10) = 1;    // F2: RR mixes with IR over the column's angle
   s.RI.at(96, 10) = 2;    // and RI with II
   s.RR.at(5, 192) = 3;    // F1: RR mixes with RI over the row's angle
