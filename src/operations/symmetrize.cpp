@@ -13,25 +13,36 @@ namespace {
 using model::F1;
 using model::F2;
 
-// The mirror of one value by the class's rule.
-float Lower(float v, double mirror, int pulseModeClass) {
-  const float m = static_cast<float>(mirror);
-  if (pulseModeClass == model::V_HOMO) {
-    if (v > m) v = m;
-    return v < 0 ? 0.0f : v;
-  }
-  if (v * m <= 0) return 0.0f;
-  return std::fabs(v) > std::fabs(m) ? m : v;
-}
+// The rules of the two classes: the smaller of a value and its mirror, not below 0; or 0 where
+// the signs disagree and otherwise the one of smaller magnitude. Written as selections, since the
+// signs of noise are not predictable.
+constexpr auto kLowerAbsolute = [](float v, float m) { return std::max(std::min(v, m), 0.0f); };
+constexpr auto kLowerPhased = [](float v, float m) {
+  const float kept = std::fabs(v) > std::fabs(m) ? m : v;
+  return v * m <= 0 ? 0.0f : kept;
+};
 
-// The four-point interpolation with the spots of both axes; `at(column, row)` reads the data.
+// The interpolation along F2 at one row, then between two such values along F1.
 template <class At>
-double Interpolate(const AxisSpot& f2, const AxisSpot& f1, At at) {
-  if (!f2.inside || !f1.inside) return 0;
-  const std::int32_t c = f2.index, r = f1.index;
-  const double low = at(c, r) * (1 - f2.weight) + at(c + 1, r) * f2.weight;
-  const double high = at(c, r + 1) * (1 - f2.weight) + at(c + 1, r + 1) * f2.weight;
-  return low * (1 - f1.weight) + high * f1.weight;
+double AlongF2(const AxisSpot& f2, std::int32_t row, At at) {
+  return at(f2.index, row) * (1 - f2.weight) + at(f2.index + 1, row) * f2.weight;
+}
+double AlongF1(double low, double high, double weight) { return low * (1 - weight) + high * weight; }
+
+// The mirror values of one row: with its F2 spot fixed, the F2 interpolation of every row first,
+// then the F1 interpolation of each column from two of those.
+template <class Lower>
+void SymmetrizeRow(const model::Plane& backup, std::int32_t row, float* out, const AxisSpot& f2,
+                   const std::vector<AxisSpot>& f1Spots, std::int32_t n1, std::int32_t n2, std::vector<double>& along,
+                   Lower lower) {
+  const float* in = backup.row(row).data();
+  if (f2.inside)
+    for (std::int32_t i = 0; i < n1; ++i) along[i] = AlongF2(f2, i, [&](std::int32_t c, std::int32_t r) { return backup.at(c, r); });
+  for (std::int32_t c = 0; c < n2; ++c) {
+    const AxisSpot& f1 = f1Spots[c];
+    const double m = f2.inside && f1.inside ? AlongF1(along[f1.index], along[f1.index + 1], f1.weight) : 0.0;
+    out[c] = lower(in[c], static_cast<float>(m));
+  }
 }
 
 }  // namespace
@@ -60,7 +71,9 @@ AxisSpot LocateOnAxis(const std::vector<float>& positions, std::int32_t points, 
 double ValueAtPpm(const model::Plane& plane, const model::Spectrum2D& s, double f2Ppm, double f1Ppm) {
   const AxisSpot f2 = LocateOnAxis(s.ppmF2, s.axis[F2].Point, f2Ppm);
   const AxisSpot f1 = LocateOnAxis(s.ppmF1, s.axis[F1].Point, f1Ppm);
-  return Interpolate(f2, f1, [&](std::int32_t c, std::int32_t r) { return plane.at(c, r); });
+  if (!f2.inside || !f1.inside) return 0;
+  const auto at = [&](std::int32_t c, std::int32_t r) { return plane.at(c, r); };
+  return AlongF1(AlongF2(f2, f1.index, at), AlongF2(f2, f1.index + 1, at), f1.weight);
 }
 
 double DiagonalOffset(const model::Spectrum2D& s, float symShift) {
@@ -71,29 +84,24 @@ double DiagonalOffset(const model::Spectrum2D& s, float symShift) {
 
 void SymmetrizeData(const model::Plane& backup, model::Spectrum2D& s, int pulseModeClass, float symShift, int threads) {
   const std::int32_t n1 = s.axis[F1].Point, n2 = s.axis[F2].Point;
-  s.RR.data = backup.data;
-  if (pulseModeClass != model::V_HOMO && pulseModeClass != model::VPH_HOMO) return;
-  if (n1 < 2 || n2 < 2) return;
+  if ((pulseModeClass != model::V_HOMO && pulseModeClass != model::VPH_HOMO) || n1 < 2 || n2 < 2) {
+    s.RR.data = backup.data;
+    return;
+  }
   const double d = DiagonalOffset(s, symShift);
   // The mirror of (c, r) lies at F2 = position of r - d and F1 = d + position of c: its F2 spot
   // depends on the row only, its F1 spot on the column only.
   std::vector<AxisSpot> f1Spot(n2), f2Spot(n1);
   for (std::int32_t c = 0; c < n2; ++c) f1Spot[c] = LocateOnAxis(s.ppmF1, n1, d + s.ppmF2[c]);
   for (std::int32_t r = 0; r < n1; ++r) f2Spot[r] = LocateOnAxis(s.ppmF2, n2, s.ppmF1[r] - d);
-  // The mirror values of one row come down one or two columns of the data: a transposed copy
-  // turns those reads into runs along memory.
-  std::vector<float> columns(static_cast<std::size_t>(n1) * n2);
-  ForEachRowChunk(n2, threads, [&](std::int32_t first, std::int32_t count) {
-    for (std::int32_t r = 0; r < n1; ++r) {
-      const float* in = backup.row(r).data();
-      for (std::int32_t c = first; c < first + count; ++c) columns[static_cast<std::size_t>(c) * n1 + r] = in[c];
-    }
-  });
-  const auto at = [&](std::int32_t c, std::int32_t r) { return columns[static_cast<std::size_t>(c) * n1 + r]; };
+  // The rows of the data are read down one or two columns, a band that moves only a little from
+  // one row to the next, so that neighbouring rows find it in the cache.
   ForEachRowChunk(n1, threads, [&](std::int32_t first, std::int32_t count) {
+    std::vector<double> along(n1);
     for (std::int32_t r = first; r < first + count; ++r) {
       float* out = s.RR.row(r).data();
-      for (std::int32_t c = 0; c < n2; ++c) out[c] = Lower(out[c], Interpolate(f2Spot[r], f1Spot[c], at), pulseModeClass);
+      if (pulseModeClass == model::V_HOMO) SymmetrizeRow(backup, r, out, f2Spot[r], f1Spot, n1, n2, along, kLowerAbsolute);
+      else SymmetrizeRow(backup, r, out, f2Spot[r], f1Spot, n1, n2, along, kLowerPhased);
     }
   });
 }
