@@ -36,12 +36,19 @@ std::size_t Stretch(const std::vector<BasePoint>& points, std::int32_t i) {
   return static_cast<std::size_t>(it - points.begin());
 }
 
-// The baseline at point i from the means of the points (indexed like the points).
-template <class MeanOf>
-double BaselineAt(const std::vector<BasePoint>& points, std::int32_t i, std::size_t k, MeanOf mean) {
-  if (k == 0) return mean(0);
-  if (k == points.size()) return mean(k - 1);
-  return Between(mean(k - 1), mean(k), points[k - 1].position, points[k].position, i);
+// One trace along the axis: flat up to and on the first point, the lines between neighbouring
+// points, flat after the last one.
+void SubtractAlongTrace(const float* in, float* out, std::int32_t n, const std::vector<BasePoint>& points,
+                        const std::vector<double>& means) {
+  const std::int32_t firstEnd = std::min(points.front().position + 1, n);
+  for (std::int32_t i = 0; i < firstEnd; ++i) out[i] = static_cast<float>(in[i] - means.front());
+  for (std::size_t k = 1; k < points.size(); ++k) {
+    const std::int32_t pa = points[k - 1].position, pb = points[k].position;
+    for (std::int32_t i = pa + 1; i <= std::min(pb, n - 1); ++i)
+      out[i] = static_cast<float>(in[i] - Between(means[k - 1], means[k], pa, pb, i));
+  }
+  for (std::int32_t i = std::max(points.back().position + 1, 0); i < n; ++i)
+    out[i] = static_cast<float>(in[i] - means.back());
 }
 
 }  // namespace
@@ -55,8 +62,6 @@ void ApplyBaseF2(const model::Plane& backup, model::Spectrum2D& s, std::vector<B
   }
   std::vector<Window> windows;
   for (const BasePoint& p : points) windows.push_back(WindowOf(p.position, avePoint, n2));
-  std::vector<std::size_t> stretch(n2);
-  for (std::int32_t i = 0; i < n2; ++i) stretch[i] = Stretch(points, i);
   ForEachRowChunk(n1, threads, [&](std::int32_t first, std::int32_t count) {
     std::vector<double> means(points.size());
     for (std::int32_t row = first; row < first + count; ++row) {
@@ -67,8 +72,7 @@ void ApplyBaseF2(const model::Plane& backup, model::Spectrum2D& s, std::vector<B
         for (std::int32_t i = windows[k].start; i <= windows[k].end; ++i) sum += in[i];
         means[k] = sum / (windows[k].end - windows[k].start + 1);
       }
-      const auto mean = [&](std::size_t k) { return means[k]; };
-      for (std::int32_t i = 0; i < n2; ++i) out[i] = static_cast<float>(in[i] - BaselineAt(points, i, stretch[i], mean));
+      SubtractAlongTrace(in, out, n2, points, means);
       if (row == n1 - 1)
         for (std::size_t k = 0; k < points.size(); ++k) points[k].value = static_cast<float>(means[k]);
     }
@@ -101,8 +105,15 @@ void ApplyBaseF1(const model::Plane& backup, model::Spectrum2D& s, std::vector<B
       const std::size_t k = Stretch(points, row);
       const float* in = backup.row(row).data();
       float* out = s.RR.row(row).data();
-      for (std::int32_t c = 0; c < n2; ++c)
-        out[c] = static_cast<float>(in[c] - BaselineAt(points, row, k, [&](std::size_t j) { return means[j][c]; }));
+      if (k == 0 || k == points.size()) {  // flat before the first and after the last point
+        const double* y = means[k == 0 ? 0 : k - 1].data();
+        for (std::int32_t c = 0; c < n2; ++c) out[c] = static_cast<float>(in[c] - y[c]);
+      } else {
+        const double* ya = means[k - 1].data();
+        const double* yb = means[k].data();
+        const std::int32_t pa = points[k - 1].position, pb = points[k].position;
+        for (std::int32_t c = 0; c < n2; ++c) out[c] = static_cast<float>(in[c] - Between(ya[c], yb[c], pa, pb, row));
+      }
     }
   });
 }
