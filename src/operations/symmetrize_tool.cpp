@@ -1,0 +1,50 @@
+#include "operations/symmetrize_tool.h"
+
+#include "operations/messages.h"
+
+namespace velk::operations {
+
+SymmetrizeTool::SymmetrizeTool(ToolHost& host) : Tool(host), backup_(host.spectrum.RR) {
+  host.view.ToolMode = Mode();
+}
+
+std::string_view SymmetrizeTool::FixQuestion() const { return messages::kFixSymmetrization; }
+std::string_view SymmetrizeTool::NotFixable() const { return messages::kSymmetrizationNotFixable; }
+
+void SymmetrizeTool::ShiftStep(int direction, bool f2LowToHighOnScreen) {
+  symShift_ = StepSymShift(symShift_, f2LowToHighOnScreen ? direction : -direction);
+}
+
+void SymmetrizeTool::Preview() {
+  SymmetrizeData(backup_, host_.spectrum, host_.pulseModeClass, symShift_, host_.threads);
+  fixEnabled_ = true;
+  previewPending_ = false;
+}
+
+void SymmetrizeTool::Reset() {
+  host_.spectrum.RR.data = backup_.data;
+  fixEnabled_ = false;
+}
+
+void SymmetrizeTool::Fix() {
+  if (!fixEnabled_) return;
+  if (host_.pushSnapshotUndo) host_.pushSnapshotUndo(kUndoSymmetrize);
+  Leave();
+  host_.spectrum.Modified = 1;
+  if (!previewPending_) Call(host_.markUnsaved);
+  Call(host_.dataFixed);
+}
+
+void SymmetrizeTool::Cancel() {
+  Leave();
+  host_.spectrum.RR.data = backup_.data;
+}
+
+bool BeginSymmetrize(ToolHost& host, ActiveTool& active) {
+  if (!active.MayOpen(host.view, display::kSymmetrization)) return false;
+  if (host.writeSnapshot) host.writeSnapshot();
+  active.tool = std::make_unique<SymmetrizeTool>(host);
+  return true;
+}
+
+}  // namespace velk::operations

@@ -1,0 +1,85 @@
+#pragma once
+// The tools of the main window that change a finished spectrum (phase, baseline, symmetrization,
+// reference). Each opens from a menu command, works on backups of the data, and ends by "Fix" or
+// "Cancel"; when another command starts while one is open, the tool decides by its own rules
+// whether it cancels, fixes or asks. The program around the tools (the document with its undo
+// stack and snapshot files, the window) is reached only through a ToolHost.
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string_view>
+
+#include "display/display_state.h"
+#include "model/spectrum.h"
+#include "operations/reference.h"
+#include "operations/undo_kinds.h"
+#include "platform/prompt.h"
+
+namespace velk::operations {
+
+struct ToolHost {
+  model::Spectrum2D& spectrum;
+  display::DisplayState& view;
+  platform::Prompt& prompt;
+  int pulseModeClass = 0;
+  int threads = 0;  // 0: every core
+  // At entry the whole data set goes to the live snapshot file.
+  std::function<void()> writeSnapshot;
+  // At "Fix": a record of the kind with a copy of the live snapshot (none when no undo file is free).
+  std::function<void(UndoKind)> pushSnapshotUndo;
+  // A reference change: the record keeps the values before it.
+  std::function<void(const ReferenceValues&)> pushReferenceUndo;
+  // The data differ from the saved file.
+  std::function<void()> markUnsaved;
+  // The data changed for good: projections rebuilt, contour made anew.
+  std::function<void()> dataFixed;
+};
+
+class Tool {
+ public:
+  explicit Tool(ToolHost& host) : host_(host) {}
+  virtual ~Tool() = default;
+  Tool(const Tool&) = delete;
+  Tool& operator=(const Tool&) = delete;
+
+  virtual std::int16_t Mode() const = 0;
+  // 1 while the panel shows values that the data do not yet hold.
+  bool PreviewPending() const { return previewPending_; }
+  bool FixEnabled() const { return fixEnabled_; }
+
+  virtual void Preview() = 0;
+  virtual void Reset() = 0;
+  virtual void Fix() = 0;
+  virtual void Cancel() = 0;
+
+  // Another command wants to start: the tool is cancelled, fixed or asks. True when the user
+  // chose to stay in the tool.
+  virtual bool Resolve();
+
+ protected:
+  virtual bool CancelsWithoutAsking() const { return previewPending_; }
+  virtual std::string_view FixQuestion() const = 0;
+  virtual std::string_view NotFixable() const = 0;
+  void Leave();
+  void Call(const std::function<void()>& hook) const {
+    if (hook) hook();
+  }
+
+  ToolHost& host_;
+  bool previewPending_ = true;
+  bool fixEnabled_ = false;
+};
+
+// The one open tool of the main window.
+struct ActiveTool {
+  std::unique_ptr<Tool> tool;
+
+  // The question every command asks before it starts (the view's mode names the open tool); the
+  // tool is dropped once it has ended. Returns true when the user chose to stay.
+  bool Resolve(display::DisplayState& view);
+  // Whether a command that opens `mode` may go on: not during a paint, not when that mode is open,
+  // and only once the open tool has been resolved.
+  bool MayOpen(display::DisplayState& view, std::int16_t mode);
+};
+
+}  // namespace velk::operations
