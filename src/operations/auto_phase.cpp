@@ -26,15 +26,15 @@ struct Top {
   double height = 0;  // squared hypercomplex modulus
 };
 
-double Height(const model::Spectrum2D& s, std::int32_t c, std::int32_t r) {
+double Height(const AutoPhaseData& s, std::int32_t c, std::int32_t r) {
   const double rr = s.RR.at(c, r), ir = s.IR.at(c, r), ri = s.RI.at(c, r), ii = s.II.at(c, r);
   return rr * rr + ir * ir + ri * ri + ii * ii;
 }
 
 // The strongest points higher than their eight neighbours, highest first (ties by position, so
 // that the list does not depend on the threads).
-std::vector<Top> PeakTops(const model::Spectrum2D& s, int threads) {
-  const std::int32_t n1 = s.axis[F1].Point, n2 = s.axis[F2].Point;
+std::vector<Top> PeakTops(const AutoPhaseData& s, int threads) {
+  const std::int32_t n1 = s.points[F1], n2 = s.points[F2];
   std::vector<std::vector<Top>> found(std::max(n1, 0));
   ForEachRowChunk(std::max(n1 - 2, 0), threads, [&](std::int32_t first, std::int32_t count) {
     for (std::int32_t r = first + 1; r < first + count + 1; ++r)
@@ -99,10 +99,10 @@ Fit FitAxis(const std::vector<AxisSample>& samples) {
   return best;
 }
 
-std::vector<AxisSample> Samples(const model::Spectrum2D& s, const std::vector<Top>& tops, model::Axis axis,
+std::vector<AxisSample> Samples(const AutoPhaseData& s, const std::vector<Top>& tops, model::Axis axis,
                                 std::int32_t pivot) {
   std::vector<AxisSample> samples;
-  const double n = s.axis[axis].Point;
+  const double n = s.points[axis];
   for (const Top& t : tops) {
     const double rr = s.RR.at(t.column, t.row), ir = s.IR.at(t.column, t.row);
     const double ri = s.RI.at(t.column, t.row), ii = s.II.at(t.column, t.row);
@@ -117,11 +117,11 @@ std::vector<AxisSample> Samples(const model::Spectrum2D& s, const std::vector<To
 }
 
 // RR at a point after both corrections.
-double CorrectedRR(const model::Spectrum2D& s, const Top& t, const PhaseValues& f1, const PhaseValues& f2) {
+double CorrectedRR(const AutoPhaseData& s, const Top& t, const PhaseValues& f1, const PhaseValues& f2) {
   const auto angle = [](const PhaseValues& p, std::int32_t k, std::int32_t n) {
     return (p.Phase0 + (k - p.pivot) * static_cast<double>(p.Phase1) / n) * kRadian;
   };
-  const double a2 = angle(f2, t.column, s.axis[F2].Point), a1 = angle(f1, t.row, s.axis[F1].Point);
+  const double a2 = angle(f2, t.column, s.points[F2]), a1 = angle(f1, t.row, s.points[F1]);
   const double rr = s.RR.at(t.column, t.row), ir = s.IR.at(t.column, t.row);
   const double ri = s.RI.at(t.column, t.row), ii = s.II.at(t.column, t.row);
   const double rrF2 = rr * std::cos(a2) - ir * std::sin(a2);
@@ -132,6 +132,10 @@ double CorrectedRR(const model::Spectrum2D& s, const Top& t, const PhaseValues& 
 }  // namespace
 
 AutoPhaseResult FindAutoPhase(const model::Spectrum2D& s, std::int32_t pivotF1, std::int32_t pivotF2, int threads) {
+  return FindAutoPhase({s.RR, s.IR, s.RI, s.II, {s.axis[F1].Point, s.axis[F2].Point}}, pivotF1, pivotF2, threads);
+}
+
+AutoPhaseResult FindAutoPhase(const AutoPhaseData& s, std::int32_t pivotF1, std::int32_t pivotF2, int threads) {
   AutoPhaseResult result;
   result.f1.pivot = pivotF1;
   result.f2.pivot = pivotF2;

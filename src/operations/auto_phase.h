@@ -12,6 +12,7 @@
 // aliases), and the zero order follows from the angle of that sum. The one sign left open (a turn
 // of 180 degrees on one axis turns RR over) is chosen so that the peak tops add up positive in RR:
 // the penalty on negative area.
+#include <array>
 #include <cstdint>
 
 #include "model/spectrum.h"
@@ -24,6 +25,16 @@ struct AutoPhaseResult {
   int peaksUsed = 0;   // 0 when the spectrum has no imaginary quadrants or no peaks
 };
 
+// The four quadrants and the points of each axis (F1 first).
+struct AutoPhaseData {
+  const model::Plane& RR;
+  const model::Plane& IR;
+  const model::Plane& RI;
+  const model::Plane& II;
+  std::array<std::int32_t, 2> points;
+};
+
+AutoPhaseResult FindAutoPhase(const AutoPhaseData& data, std::int32_t pivotF1, std::int32_t pivotF2, int threads = 0);
 AutoPhaseResult FindAutoPhase(const model::Spectrum2D& s, std::int32_t pivotF1, std::int32_t pivotF2, int threads = 0);
 
 }  // namespace velk::operations

@@ -48,4 +48,8 @@ bool ActiveTool::MayOpen(display::DisplayState& view, std::int16_t mode) {
   return !Resolve(view);
 }
 
+std::string_view SaveRecommendation(const model::Spectrum2D& s) {
+  return s.Modified == 1 ? messages::kRecommendRealOnly : std::string_view();
+}
+
 }  // namespace velk::operations

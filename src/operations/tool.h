@@ -82,4 +82,8 @@ struct ActiveTool {
   bool MayOpen(display::DisplayState& view, std::int16_t mode);
 };
 
+// The save dialog's advice once a baseline correction or symmetrization has left the imaginary
+// quadrants behind RR; empty otherwise.
+std::string_view SaveRecommendation(const model::Spectrum2D& s);
+
 }  // namespace velk::operations

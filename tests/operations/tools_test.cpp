@@ -65,6 +65,10 @@ TEST(Tools, PhasePanelFromEntryToFixAndCancel) {
   phase = static_cast<operations::PhaseTool*>(r.active.tool.get());
   phase->SetPhase0(90);
   phase->Preview();
+  EXPECT_TRUE(phase->Auto());  // proposed in the panel, the data stay until the next preview
+  EXPECT_TRUE(phase->PreviewPending());
+  EXPECT_FALSE(phase->FixEnabled());
+  phase->Preview();
   r.prompt.answers = {Answer::Cancel, Answer::No};
   EXPECT_TRUE(r.active.Resolve(r.view));
   EXPECT_EQ(r.LastText(), "Execute F2 Phase Correction?");
@@ -137,6 +141,8 @@ TEST(Tools, BaselinePointsTheirUndoAndTheResolver) {
   EXPECT_EQ(r.pushed, std::vector{operations::kUndoF2Base});
   EXPECT_EQ(r.spectrum->Modified, 1);
   EXPECT_EQ(r.spectrum->RR.data, corrected);
+  EXPECT_EQ(operations::SaveRecommendation(*r.spectrum),
+            "recommend [Save Real only], because this data was Symmetrized or BaseLine corrected.");
 }
 
 TEST(Tools, SymmetrizationAndReferenceCross) {
