@@ -84,13 +84,10 @@ void BaselineTool::Reset() {
 }
 
 void BaselineTool::Fix() {
-  if (!fixEnabled_) return;
-  if (host_.pushSnapshotUndo) host_.pushSnapshotUndo(axis_ == F1 ? kUndoF1Base : kUndoF2Base);
-  Leave();
+  if (!StartFix(axis_ == F1 ? kUndoF1Base : kUndoF2Base)) return;
   pointUndo_.clear();
-  if (!previewPending_) Call(host_.markUnsaved);
   host_.spectrum.Modified = 1;
-  Call(host_.dataFixed);
+  FinishFix();
 }
 
 void BaselineTool::Cancel() {
@@ -100,10 +97,8 @@ void BaselineTool::Cancel() {
 }
 
 bool BeginBaseCorrection(ToolHost& host, ActiveTool& active, model::Axis axis, int avePoint) {
-  if (!active.MayOpen(host.view, axis == F1 ? display::kBaselineF1 : display::kBaselineF2)) return false;
-  if (host.writeSnapshot) host.writeSnapshot();
-  active.tool = std::make_unique<BaselineTool>(host, axis, avePoint);
-  return true;
+  return active.OpenOnSnapshot<BaselineTool>(host, axis == F1 ? display::kBaselineF1 : display::kBaselineF2, axis,
+                                              avePoint);
 }
 
 }  // namespace velk::operations

@@ -99,13 +99,10 @@ void PhaseTool::Reset() {
 }
 
 void PhaseTool::Fix() {
-  if (!fixEnabled_) return;
-  if (host_.pushSnapshotUndo) host_.pushSnapshotUndo(axis_ == F1 ? kUndoF1Phase : kUndoF2Phase);
-  Leave();
+  if (!StartFix(axis_ == F1 ? kUndoF1Phase : kUndoF2Phase)) return;
   if (axis_ == F1) memory_.StoredPhaseF1_0 = memory_.StoredPhaseF1_1 = 0;
   else memory_.StoredPhaseF2_0 = memory_.StoredPhaseF2_1 = 0;
-  if (!previewPending_) Call(host_.markUnsaved);
-  Call(host_.dataFixed);
+  FinishFix();
 }
 
 void PhaseTool::Cancel() {
@@ -123,10 +120,7 @@ bool BeginPhaseCorrection(ToolHost& host, ActiveTool& active, PhaseMemory& memor
                                     platform::Icon::Warning, true};
     if (host.prompt.Ask(warning) != platform::Answer::Yes) return false;
   }
-  if (!active.MayOpen(host.view, mode)) return false;
-  if (host.writeSnapshot) host.writeSnapshot();
-  active.tool = std::make_unique<PhaseTool>(host, memory, axis);
-  return true;
+  return active.OpenOnSnapshot<PhaseTool>(host, mode, memory, axis);
 }
 
 }  // namespace velk::operations

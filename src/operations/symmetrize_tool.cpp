@@ -27,12 +27,9 @@ void SymmetrizeTool::Reset() {
 }
 
 void SymmetrizeTool::Fix() {
-  if (!fixEnabled_) return;
-  if (host_.pushSnapshotUndo) host_.pushSnapshotUndo(kUndoSymmetrize);
-  Leave();
+  if (!StartFix(kUndoSymmetrize)) return;
   host_.spectrum.Modified = 1;
-  if (!previewPending_) Call(host_.markUnsaved);
-  Call(host_.dataFixed);
+  FinishFix();
 }
 
 void SymmetrizeTool::Cancel() {
@@ -41,10 +38,7 @@ void SymmetrizeTool::Cancel() {
 }
 
 bool BeginSymmetrize(ToolHost& host, ActiveTool& active) {
-  if (!active.MayOpen(host.view, display::kSymmetrization)) return false;
-  if (host.writeSnapshot) host.writeSnapshot();
-  active.tool = std::make_unique<SymmetrizeTool>(host);
-  return true;
+  return active.OpenOnSnapshot<SymmetrizeTool>(host, display::kSymmetrization);
 }
 
 }  // namespace velk::operations

@@ -34,6 +34,18 @@ void Tool::Leave() {
   host_.view.ToolCode = 0;
 }
 
+bool Tool::StartFix(UndoKind kind) {
+  if (!fixEnabled_) return false;
+  if (host_.pushSnapshotUndo) host_.pushSnapshotUndo(kind);
+  Leave();
+  return true;
+}
+
+void Tool::FinishFix() {
+  if (!previewPending_) Call(host_.markUnsaved);
+  Call(host_.dataFixed);
+}
+
 bool ActiveTool::Resolve(display::DisplayState& view) {
   bool declined = false;
   display::ToolEnders enders;

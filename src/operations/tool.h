@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include "display/display_state.h"
 #include "model/spectrum.h"
@@ -61,6 +62,11 @@ class Tool {
   virtual std::string_view FixQuestion() const = 0;
   virtual std::string_view NotFixable() const = 0;
   void Leave();
+  // "Fix" of a tool that changed the data: refused while "Fix" is disabled; otherwise the undo
+  // record of the kind, and the mode ends. FinishFix then marks the data unsaved when the
+  // panel's values were applied, and has the views rebuilt.
+  bool StartFix(UndoKind kind);
+  void FinishFix();
   void Call(const std::function<void()>& hook) const {
     if (hook) hook();
   }
@@ -80,6 +86,14 @@ struct ActiveTool {
   // Whether a command that opens `mode` may go on: not during a paint, not when that mode is open,
   // and only once the open tool has been resolved.
   bool MayOpen(display::DisplayState& view, std::int16_t mode);
+  // Opens a tool that works on the data: the snapshot is written before the tool takes its backups.
+  template <class T, class... Args>
+  bool OpenOnSnapshot(ToolHost& host, std::int16_t mode, Args&&... args) {
+    if (!MayOpen(host.view, mode)) return false;
+    if (host.writeSnapshot) host.writeSnapshot();
+    tool = std::make_unique<T>(host, std::forward<Args>(args)...);
+    return true;
+  }
 };
 
 // The save dialog's advice once a baseline correction or symmetrization has left the imaginary
