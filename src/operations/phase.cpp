@@ -53,6 +53,7 @@ void RotateTrace(const PhaseValues& p, std::int32_t n, std::vector<float>& re, s
 
 void RotatePhaseF1(const QuadrantBackup& b, model::Spectrum2D& s, const PhaseValues& p, int threads) {
   const std::int32_t n1 = s.axis[F1].Point, n2 = s.axis[F2].Point;
+  if (!Exists(b.RR) || !Exists(b.RI)) return;  // nothing to mix without the F1 imaginary part
   const processing::Rotation r = AnglesOf(p, n1);
   const bool second = Exists(b.IR) && Exists(b.II);
   ForEachRowChunk(n1, threads, [&](std::int32_t first, std::int32_t count) {
@@ -68,6 +69,7 @@ void RotatePhaseF1(const QuadrantBackup& b, model::Spectrum2D& s, const PhaseVal
 
 void RotatePhaseF2(const QuadrantBackup& b, model::Spectrum2D& s, const PhaseValues& p, int threads) {
   const std::int32_t n1 = s.axis[F1].Point, n2 = s.axis[F2].Point;
+  if (!Exists(b.RR) || !Exists(b.IR)) return;  // nothing to mix without the F2 imaginary part
   const processing::Rotation r = AnglesOf(p, n2);
   const bool second = Exists(b.RI) && Exists(b.II);
   ForEachRowChunk(n1, threads, [&](std::int32_t first, std::int32_t count) {
@@ -83,7 +85,7 @@ void RotatePhaseF2(const QuadrantBackup& b, model::Spectrum2D& s, const PhaseVal
 
 void PhaseTraceF1(const QuadrantBackup& b, const model::Spectrum2D& s, std::int32_t column, const PhaseValues& p,
                   std::vector<float>& re, std::vector<float>& im) {
-  const std::int32_t n = std::min(s.axis[F1].Point, model::kTraceBufferPoints + 1);
+  const std::int32_t n = Exists(b.RR) && Exists(b.RI) ? std::min(s.axis[F1].Point, model::kTraceBufferPoints + 1) : 0;
   re.resize(n);
   im.resize(n);
   for (std::int32_t k = 0; k < n; ++k) {
@@ -95,7 +97,10 @@ void PhaseTraceF1(const QuadrantBackup& b, const model::Spectrum2D& s, std::int3
 
 void PhaseTraceF2(const QuadrantBackup& b, const model::Spectrum2D& s, std::int32_t row, const PhaseValues& p,
                   std::vector<float>& re, std::vector<float>& im) {
-  const std::int32_t n = std::min(s.axis[F2].Point, model::kTraceBufferPoints + 1);
+  const std::int32_t n = Exists(b.RR) && Exists(b.IR) ? std::min(s.axis[F2].Point, model::kTraceBufferPoints + 1) : 0;
+  re.clear();
+  im.clear();
+  if (n == 0) return;
   re.assign(b.RR.row(row).begin(), b.RR.row(row).begin() + n);
   im.assign(b.IR.row(row).begin(), b.IR.row(row).begin() + n);
   RotateTrace(p, s.axis[F2].Point, re, im);
