@@ -9,6 +9,7 @@
 #include <cstring>
 
 #include "model/data_type.h"
+#include "operations/auto_phase.h"
 #include "operations/baseline.h"
 #include "operations/phase.h"
 #include "operations/quadrants.h"
@@ -153,5 +154,16 @@ void Symmetrize(benchmark::State& state) {
         [&] { vo::SymmetrizeData(backup, s, velk::model::VPH_HOMO, 2.5f, threads); });
 }
 BENCHMARK(Symmetrize)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+// "Auto" on the whole spectrum, all cores: the search of the peak tops and the two fits. The floor
+// is reading every value of the four planes once.
+void AutoPhase(benchmark::State& state) {
+  const auto& s = Spectrum();
+  Timed(state, FloorSeconds(4, 0) / 2, [&] {
+    const vo::AutoPhaseResult r = vo::FindAutoPhase(s, kRows / 2, kColumns / 2);
+    benchmark::DoNotOptimize(r.peaksUsed);
+  });
+}
+BENCHMARK(AutoPhase)->Unit(benchmark::kMillisecond)->UseManualTime();
 
 }  // namespace

@@ -26,36 +26,58 @@ struct Top {
   double height = 0;  // squared hypercomplex modulus
 };
 
-double Height(const AutoPhaseData& s, std::int32_t c, std::int32_t r) {
-  const double rr = s.RR.at(c, r), ir = s.IR.at(c, r), ri = s.RI.at(c, r), ii = s.II.at(c, r);
-  return rr * rr + ir * ir + ri * ri + ii * ii;
-}
-
-// The strongest points higher than their eight neighbours, highest first (ties by position, so
-// that the list does not depend on the threads).
+// The strongest points higher than their eight neighbours by the squared hypercomplex modulus,
+// highest first (ties by position, so that the list does not depend on the threads). Each chunk
+// of rows keeps only its own strongest, which is all that the final list can take from it.
 std::vector<Top> PeakTops(const AutoPhaseData& s, int threads) {
   const std::int32_t n1 = s.points[F1], n2 = s.points[F2];
-  std::vector<std::vector<Top>> found(std::max(n1, 0));
-  ForEachRowChunk(std::max(n1 - 2, 0), threads, [&](std::int32_t first, std::int32_t count) {
-    for (std::int32_t r = first + 1; r < first + count + 1; ++r)
-      for (std::int32_t c = 1; c + 1 < n2; ++c) {
-        const double h = Height(s, c, r);
-        bool top = h > 0;
-        for (int dr = -1; dr <= 1 && top; ++dr)
-          for (int dc = -1; dc <= 1 && top; ++dc)
-            if ((dr || dc) && Height(s, c + dc, r + dr) >= h) top = false;
-        if (top) found[r].push_back({c, r, h});
-      }
+  if (n1 < 3 || n2 < 3) return {};
+  std::vector<float> height(static_cast<std::size_t>(n1) * n2);
+  ForEachRowChunk(n1, threads, [&](std::int32_t first, std::int32_t count) {
+    for (std::int32_t r = first; r < first + count; ++r) {
+      const float *rr = s.RR.row(r).data(), *ir = s.IR.row(r).data(), *ri = s.RI.row(r).data(), *ii = s.II.row(r).data();
+      float* h = height.data() + static_cast<std::size_t>(r) * n2;
+      for (std::int32_t c = 0; c < n2; ++c) h[c] = rr[c] * rr[c] + ir[c] * ir[c] + ri[c] * ri[c] + ii[c] * ii[c];
+    }
   });
-  std::vector<Top> tops;
-  for (auto& row : found) tops.insert(tops.end(), row.begin(), row.end());
   const auto higher = [](const Top& a, const Top& b) {
     if (a.height != b.height) return a.height > b.height;
     return a.row != b.row ? a.row < b.row : a.column < b.column;
   };
-  const std::size_t keep = std::min(tops.size(), kTops);
-  std::partial_sort(tops.begin(), tops.begin() + keep, tops.end(), higher);
-  tops.resize(keep);
+  const auto strongest = [&](std::vector<Top>& tops) {
+    const std::size_t keep = std::min(tops.size(), kTops);
+    std::partial_sort(tops.begin(), tops.begin() + keep, tops.end(), higher);
+    tops.resize(keep);
+  };
+  // A heap of a chunk's strongest tops, the weakest of them in front.
+  const auto offer = [&](std::vector<Top>& heap, const Top& t) {
+    if (heap.size() < kTops) {
+      heap.push_back(t);
+      std::push_heap(heap.begin(), heap.end(), higher);
+    } else if (higher(t, heap.front())) {
+      std::pop_heap(heap.begin(), heap.end(), higher);
+      heap.back() = t;
+      std::push_heap(heap.begin(), heap.end(), higher);
+    }
+  };
+  std::vector<std::vector<Top>> found(n1);
+  ForEachRowChunk(n1 - 2, threads, [&](std::int32_t first, std::int32_t count) {
+    std::vector<Top>& tops = found[first];
+    for (std::int32_t r = first + 1; r < first + count + 1; ++r) {
+      const float* h = height.data() + static_cast<std::size_t>(r) * n2;
+      for (std::int32_t c = 1; c + 1 < n2; ++c) {
+        const float v = h[c];
+        bool top = v > 0;
+        for (std::int32_t dr : {-n2, 0, n2})
+          for (int dc = -1; dc <= 1 && top; ++dc)
+            if ((dr || dc) && h[dr + c + dc] >= v) top = false;
+        if (top) offer(tops, {c, r, v});
+      }
+    }
+  });
+  std::vector<Top> tops;
+  for (auto& chunk : found) tops.insert(tops.end(), chunk.begin(), chunk.end());
+  strongest(tops);
   return tops;
 }
 
