@@ -100,7 +100,8 @@ void PhasePreview(benchmark::State& state) {
     else vo::RotatePhaseF2(backup, s, p, threads);
   });
 }
-BENCHMARK(PhasePreview)->Args({0, 1})->Args({0, 0})->Args({1, 1})->Args({1, 0})->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(PhasePreview)->Args({0, 1})->Args({0, 0})->Args({1, 1})->Args({1, 0})->Unit(benchmark::kMillisecond)
+    ->UseManualTime();
 
 // Args: axis. The floor gathers the same trace from the backups without rotating it.
 void PhaseTrace(benchmark::State& state) {
@@ -143,7 +144,8 @@ void BaselinePreview(benchmark::State& state) {
     else vo::ApplyBaseF2(backup, s, points, 5, threads);
   });
 }
-BENCHMARK(BaselinePreview)->Args({0, 1})->Args({0, 0})->Args({1, 1})->Args({1, 0})->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(BaselinePreview)->Args({0, 1})->Args({0, 0})->Args({1, 1})->Args({1, 0})->Unit(benchmark::kMillisecond)
+    ->UseManualTime();
 
 // Args: threads. The phase-sensitive rule, diagonal moved by 2.5 points.
 void Symmetrize(benchmark::State& state) {

@@ -35,7 +35,8 @@ std::vector<Top> PeakTops(const AutoPhaseData& s, int threads) {
   std::vector<float> height(static_cast<std::size_t>(n1) * n2);
   ForEachRowChunk(n1, threads, [&](std::int32_t first, std::int32_t count) {
     for (std::int32_t r = first; r < first + count; ++r) {
-      const float *rr = s.RR.row(r).data(), *ir = s.IR.row(r).data(), *ri = s.RI.row(r).data(), *ii = s.II.row(r).data();
+      const float *rr = s.RR.row(r).data(), *ir = s.IR.row(r).data();
+      const float *ri = s.RI.row(r).data(), *ii = s.II.row(r).data();
       float* h = height.data() + static_cast<std::size_t>(r) * n2;
       for (std::int32_t c = 0; c < n2; ++c) h[c] = rr[c] * rr[c] + ir[c] * ir[c] + ri[c] * ri[c] + ii[c] * ii[c];
     }

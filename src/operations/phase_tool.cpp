@@ -75,8 +75,8 @@ void PhaseTool::SetPivot(std::int32_t point) {
 bool PhaseTool::Auto() {
   // Found on the data as they were when the panel opened.
   const model::Spectrum2D& s = host_.spectrum;
-  const AutoPhaseResult r = FindAutoPhase({backup_.RR, backup_.IR, backup_.RI, backup_.II, {s.axis[F1].Point, s.axis[F2].Point}},
-                                          memory_.PivotF1, memory_.PivotF2, host_.threads);
+  const AutoPhaseData data{backup_.RR, backup_.IR, backup_.RI, backup_.II, {s.axis[F1].Point, s.axis[F2].Point}};
+  const AutoPhaseResult r = FindAutoPhase(data, memory_.PivotF1, memory_.PivotF2, host_.threads);
   if (r.peaksUsed == 0) return false;
   const PhaseValues& v = axis_ == F1 ? r.f1 : r.f2;
   values_.Phase0 = v.Phase0;

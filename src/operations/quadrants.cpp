@@ -19,7 +19,9 @@ void ForEachRowChunk(std::int32_t rows, int threads, const std::function<void(st
   constexpr std::int32_t kRows = 16;
   platform::NoProgress quiet;
   processing::ForEachChunk(rows, kRows, processing::ResolveThreads(threads), quiet,
-                           [&](std::int64_t first, std::int32_t count, int) { work(static_cast<std::int32_t>(first), count); });
+                           [&](std::int64_t first, std::int32_t count, int) {
+                             work(static_cast<std::int32_t>(first), count);
+                           });
 }
 
 }  // namespace velk::operations

@@ -19,6 +19,7 @@ void RestoreQuadrants(const QuadrantBackup& backup, model::Spectrum2D& s);
 
 // Calls work(first, count) for rows [0, rows) in fixed chunks on `threads` threads (0: every
 // core). Each row is written by one call only, so the result does not depend on the threads.
-void ForEachRowChunk(std::int32_t rows, int threads, const std::function<void(std::int32_t first, std::int32_t count)>& work);
+void ForEachRowChunk(std::int32_t rows, int threads,
+                     const std::function<void(std::int32_t first, std::int32_t count)>& work);
 
 }  // namespace velk::operations

@@ -46,7 +46,8 @@ void ApplyReference(model::Spectrum2D& s, display::DisplayState& view, const Ref
 
 void ApplyReference(model::Spectrum2D& s, display::DisplayState& view, float referenceF2, std::int32_t refPointF2,
                     float referenceF1, std::int32_t refPointF1) {
-  ApplyReference(s, view, ReferenceValues{AxisReference{referenceF1, refPointF1}, AxisReference{referenceF2, refPointF2}});
+  ApplyReference(s, view,
+                 ReferenceValues{AxisReference{referenceF1, refPointF1}, AxisReference{referenceF2, refPointF2}});
 }
 
 std::int32_t CentrePoint(std::int32_t points) { return static_cast<std::int32_t>(std::lrint(points / 2.0)); }

@@ -37,7 +37,8 @@ void SymmetrizeRow(const model::Plane& backup, std::int32_t row, float* out, con
                    Lower lower) {
   const float* in = backup.row(row).data();
   if (f2.inside)
-    for (std::int32_t i = 0; i < n1; ++i) along[i] = AlongF2(f2, i, [&](std::int32_t c, std::int32_t r) { return backup.at(c, r); });
+    for (std::int32_t i = 0; i < n1; ++i)
+      along[i] = AlongF2(f2, i, [&](std::int32_t c, std::int32_t r) { return backup.at(c, r); });
   for (std::int32_t c = 0; c < n2; ++c) {
     const AxisSpot& f1 = f1Spots[c];
     const double m = f2.inside && f1.inside ? AlongF1(along[f1.index], along[f1.index + 1], f1.weight) : 0.0;
@@ -100,8 +101,10 @@ void SymmetrizeData(const model::Plane& backup, model::Spectrum2D& s, int pulseM
     std::vector<double> along(n1);
     for (std::int32_t r = first; r < first + count; ++r) {
       float* out = s.RR.row(r).data();
-      if (pulseModeClass == model::V_HOMO) SymmetrizeRow(backup, r, out, f2Spot[r], f1Spot, n1, n2, along, kLowerAbsolute);
-      else SymmetrizeRow(backup, r, out, f2Spot[r], f1Spot, n1, n2, along, kLowerPhased);
+      if (pulseModeClass == model::V_HOMO)
+        SymmetrizeRow(backup, r, out, f2Spot[r], f1Spot, n1, n2, along, kLowerAbsolute);
+      else
+        SymmetrizeRow(backup, r, out, f2Spot[r], f1Spot, n1, n2, along, kLowerPhased);
     }
   });
 }

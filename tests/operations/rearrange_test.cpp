@@ -58,7 +58,8 @@ TEST(Rearrange, ExchangeTransposesInPlaceAndTwiceRestores) {
   EXPECT_EQ(s.IR.at(1, 2), original.IR.at(2, 1));
   ASSERT_TRUE(operations::ExchangeF1F2(s, 4).ok());
   EXPECT_EQ(s.axis[F2].Point, 300);
-  for (auto [a, b] : {std::pair{&s.RR, &original.RR}, {&s.IR, &original.IR}, {&s.RI, &original.RI}, {&s.II, &original.II}})
+  for (auto [a, b] :
+       {std::pair{&s.RR, &original.RR}, {&s.IR, &original.IR}, {&s.RI, &original.RI}, {&s.II, &original.II}})
     for (std::int32_t r = 0; r < 140; ++r)
       for (std::int32_t c = 0; c < 300; ++c) ASSERT_EQ(a->at(c, r), b->at(c, r));
 }

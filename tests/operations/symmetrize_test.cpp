@@ -24,7 +24,9 @@ double Bilinear(const model::Plane& p, const model::Spectrum2D& s, double f2, do
   const std::int32_t c = std::min<std::int32_t>(static_cast<std::int32_t>(u), n2 - 2);
   const std::int32_t r = std::min<std::int32_t>(static_cast<std::int32_t>(v), n1 - 2);
   const double wu = u - c, wv = v - r;
-  return (1 - wv) * ((1 - wu) * p.at(c, r) + wu * p.at(c + 1, r)) + wv * ((1 - wu) * p.at(c, r + 1) + wu * p.at(c + 1, r + 1));
+  const double low = (1 - wu) * p.at(c, r) + wu * p.at(c + 1, r);
+  const double high = (1 - wu) * p.at(c, r + 1) + wu * p.at(c + 1, r + 1);
+  return (1 - wv) * low + wv * high;
 }
 
 std::unique_ptr<model::Spectrum2D> AsymmetricCosy() {
