@@ -51,9 +51,7 @@ bool BaselineTool::DeleteAllPoints() {
   return true;
 }
 
-std::string_view BaselineTool::PointUndoCaption() const {
-  return UndoCaption(pointUndo_.empty() ? 0 : pointUndo_.back().kind);
-}
+int BaselineTool::PointUndoKind() const { return pointUndo_.empty() ? 0 : pointUndo_.back().kind; }
 
 bool BaselineTool::UndoPoint() {
   if (pointUndo_.empty()) return false;

@@ -25,8 +25,8 @@ class BaselineTool final : public Tool {
   bool AddPoint(std::int32_t position);
   bool DeletePoint(std::int32_t position);
   bool DeleteAllPoints();
-  // The point stack: its caption ("UnDo" when empty) and one step back.
-  std::string_view PointUndoCaption() const;
+  // The point stack: the kind of its top edit (0 when empty) for the Undo entry, and one step back.
+  int PointUndoKind() const;
   bool UndoPoint();
   // "Ave.Point": an integer from 1 to 20 is taken, anything else puts the old value back. Returns
   // the text to show.

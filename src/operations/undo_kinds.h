@@ -1,7 +1,6 @@
 #pragma once
-// The kinds of the undo records that the spectrum tools push, and the captions the Undo entry
-// shows for them (spelt as the program has always spelt them).
-#include <string_view>
+// The kinds of the undo records that the spectrum tools push (the document's stack holds them and
+// knows their captions).
 
 namespace velk::operations {
 
@@ -18,9 +17,6 @@ enum UndoKind : short {
   kUndoReference1DF1 = 51,
   kUndoReference1DF2 = 52,
 };
-
-// "UnDo(...)" of a kind; the plain "UnDo" for any other.
-std::string_view UndoCaption(int kind);
 
 // Kinds whose data live in a snapshot file of the work folder.
 constexpr bool IsDataFileKind(int kind) {

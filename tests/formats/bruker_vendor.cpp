@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "formats/bruker_sets.h"
+#include "model/data_type.h"
 #include "processing/sequence.h"
 #include "support/corpus.h"
 
@@ -32,7 +33,7 @@ Processed Process(const std::string& set) {
   const auto raw = Read(folder / "ser", t.ours, prompt);
   EXPECT_TRUE(raw.outcome.ok()) << raw.outcome.message.text;
   const int pulseModeClass = raw.words.pulseModeClass;
-  t.phaseSensitive = processing::IsPhaseSensitive(pulseModeClass);
+  t.phaseSensitive = model::IsPhaseSensitive(pulseModeClass);
   processing::SequenceSettings settings = processing::MakeSequenceSettings(t.ours, pulseModeClass, model::kBruker);
   for (model::Axis a : {F1, F2})
     while (processing::CurrentSize(settings.axis[a]) < t.vendor.axis[a].Point)
