@@ -12,5 +12,7 @@ void AddExportCommand(CLI::App& app, int& status);
 void AddPlotCommand(CLI::App& app, int& status);
 #endif
 void AddProcessCommand(CLI::App& app, int& status);
+// phase, baseline, symmetrize, invert, exchange, reference.
+void AddOperationCommands(CLI::App& app, int& status);
 
 }  // namespace velk::cli

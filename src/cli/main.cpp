@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
   velk::cli::AddPlotCommand(app, status);
 #endif
   velk::cli::AddProcessCommand(app, status);
+  velk::cli::AddOperationCommands(app, status);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

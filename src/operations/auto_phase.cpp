@@ -17,7 +17,8 @@ using model::F2;
 using Complex = std::complex<double>;
 
 constexpr std::size_t kTops = 256;
-constexpr double kFirstOrderRange = 720;  // degrees searched either side of 0
+constexpr std::int32_t kTopWindow = 4;  // points either side of a top summed along the axis
+constexpr double kFirstOrderRange = 180;  // degrees searched either side of 0
 constexpr double kFirstOrderPenalty = 0.02;  // share of the agreement given up per 360 degrees
 constexpr double kRadian = std::numbers::pi / 180;
 
@@ -127,8 +128,17 @@ std::vector<AxisSample> Samples(const AutoPhaseData& s, const std::vector<Top>& 
   std::vector<AxisSample> samples;
   const double n = s.points[axis];
   for (const Top& t : tops) {
-    const double rr = s.RR.at(t.column, t.row), ir = s.IR.at(t.column, t.row);
-    const double ri = s.RI.at(t.column, t.row), ii = s.II.at(t.column, t.row);
+    // The sum along the axis over a few points either side of the top: a peak that falls between
+    // two points shows a dispersive part at the nearest one, which the symmetric sum cancels.
+    const std::int32_t k0 = axis == F2 ? t.column : t.row;
+    double rr = 0, ir = 0, ri = 0, ii = 0;
+    for (std::int32_t k = std::max(k0 - kTopWindow, 0); k <= std::min(k0 + kTopWindow, s.points[axis] - 1); ++k) {
+      const std::int32_t c = axis == F2 ? k : t.column, r = axis == F2 ? t.row : k;
+      rr += s.RR.at(c, r);
+      ir += s.IR.at(c, r);
+      ri += s.RI.at(c, r);
+      ii += s.II.at(c, r);
+    }
     const Complex first = axis == F2 ? Complex(rr, ir) : Complex(rr, ri);
     const Complex second = axis == F2 ? Complex(ri, ii) : Complex(ir, ii);
     const Complex squared = first * first + second * second;
