@@ -1,13 +1,19 @@
 // The spectrum operations on a 4096 x 2048 spectrum of four planes: the whole-spectrum phase
-// preview, one trace of the phase panel, the baseline preview and the symmetrization. Each prints
-// its ratio to the memory floor measured in the same run: reading and writing every value the
-// operation touches once (a plain copy on the same threads).
+// preview, one trace of the phase panel, the baseline preview, the symmetrization, "Auto" and the
+// undo snapshot. Each prints its ratio to a floor measured in the same run: reading and writing
+// every value the operation touches once (a plain copy on the same threads), or for the snapshot
+// one write() of the same bytes.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstring>
+#include <filesystem>
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "document/tool_undo.h"
 #include "model/data_type.h"
 #include "operations/auto_phase.h"
 #include "operations/baseline.h"
@@ -167,5 +173,29 @@ void AutoPhase(benchmark::State& state) {
   });
 }
 BENCHMARK(AutoPhase)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+// The live snapshot a tool writes when it opens, beside writing the same number of bytes with one
+// write() into the same folder.
+void UndoSnapshot(benchmark::State& state) {
+  const std::filesystem::path folder = std::filesystem::temp_directory_path() / "velk-undo-bench";
+  std::filesystem::create_directories(folder);
+  velk::document::Document d;
+  d.spectrum = Spectrum();
+  d.words = {velk::model::MakeTypeCode(2, true, velk::model::kVer4), velk::model::VPH_HOMO, 0};
+  const velk::document::SnapshotFiles files{folder, "bench"};
+  velk::document::WriteLiveSnapshot(d, files);
+  const std::vector<char> bytes(std::filesystem::file_size(files.Live()), 1);
+  double floor = 1e9;
+  for (int run = 0; run < 3; ++run) {
+    const double t0 = Seconds();
+    const int fd = ::open((folder / "plain").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    const bool whole = fd >= 0 && ::write(fd, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
+    if (fd >= 0) ::close(fd);
+    if (whole) floor = std::min(floor, Seconds() - t0);
+  }
+  Timed(state, floor, [&] { benchmark::DoNotOptimize(velk::document::WriteLiveSnapshot(d, files)); });
+  std::filesystem::remove_all(folder);
+}
+BENCHMARK(UndoSnapshot)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(3);
 
 }  // namespace
