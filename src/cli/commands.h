@@ -10,6 +10,7 @@ void AddConvertCommand(CLI::App& app, int& status);
 void AddExportCommand(CLI::App& app, int& status);
 #ifdef VELK_WITH_PLOT
 void AddPlotCommand(CLI::App& app, int& status);
+void AddPageCommand(CLI::App& app, int& status);
 #endif
 void AddProcessCommand(CLI::App& app, int& status);
 // phase, baseline, symmetrize, invert, exchange, reference.

@@ -14,6 +14,7 @@ int main(int argc, char** argv) {
   velk::cli::AddExportCommand(app, status);
 #ifdef VELK_WITH_PLOT
   velk::cli::AddPlotCommand(app, status);
+  velk::cli::AddPageCommand(app, status);
 #endif
   velk::cli::AddProcessCommand(app, status);
   velk::cli::AddOperationCommands(app, status);

@@ -231,7 +231,7 @@ void AddOperationCommands(CLI::App& app, int& status) {
   c->callback([sym, &status] {
     status = Run("symmetrize", sym->first, [&](document::Document& d) -> Done {
       const int cls = d.words.pulseModeClass;
-      if (cls != model::VPH_HOMO && cls != model::V_HOMO) return {kRefused, "not a homonuclear spectrum"};
+      if (!model::IsHomonuclear(cls)) return {kRefused, "not a homonuclear spectrum"};
       operations::SymmetrizeData(model::Plane(d.spectrum.RR), d.spectrum, cls, sym->second);
       d.spectrum.Modified = 1;
       return {};

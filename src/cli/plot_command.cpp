@@ -7,9 +7,8 @@
 #include <sstream>
 
 #include "cli/cli_io.h"
-#include "cli/cli_prompt.h"
+#include "cli/picture_input.h"
 #include "cli/commands.h"
-#include "document/transform.h"
 #include "display/display_grid.h"
 #include "display/page_picture.h"
 #include "model/data_type.h"
@@ -39,32 +38,6 @@ bool ParseSize(const std::string& text, platform::Extent& size) {
          size.height >= 64 && size.width <= 16384 && size.height <= 16384;
 }
 
-std::string AxisCaption(const char* axis, const std::string& nucleus) {
-  return std::string(axis) + (nucleus.empty() ? "" : " " + nucleus) + " (ppm)";
-}
-
-// The window: the whole spectrum, high ppm at the left and at the bottom, unless given. A given
-// window must overlap the data; the overlap is what is shown.
-std::optional<display::DisplayState> MakeView(const model::Spectrum2D& s, const PlotOptions& o) {
-  const auto range = [](const std::vector<float>& ppm, int points) {
-    const auto [lo, hi] = std::minmax_element(ppm.begin(), ppm.begin() + points);
-    return std::pair{*lo, *hi};
-  };
-  const auto [f2lo, f2hi] = range(s.ppmF2, s.axis[model::F2].Point);
-  const auto [f1lo, f1hi] = range(s.ppmF1, s.axis[model::F1].Point);
-  const auto overlaps = [](const std::vector<double>& window, float lo, float hi) {
-    return window.size() != 2 || (std::max(window[0], window[1]) > lo && std::min(window[0], window[1]) < hi);
-  };
-  if (!overlaps(o.f2, f2lo, f2hi) || !overlaps(o.f1, f1lo, f1hi)) return std::nullopt;
-  display::DisplayState v;
-  v.ViewF2Start = o.f2.size() == 2 ? static_cast<float>(o.f2[0]) : f2hi;
-  v.ViewF2End = o.f2.size() == 2 ? static_cast<float>(o.f2[1]) : f2lo;
-  v.ViewF1Start = o.f1.size() == 2 ? static_cast<float>(o.f1[0]) : f1lo;
-  v.ViewF1End = o.f1.size() == 2 ? static_cast<float>(o.f1[1]) : f1hi;
-  display::Check_Start_End(v, s.ppmF2, s.ppmF1, s.axis[model::F2].Point, s.axis[model::F1].Point);
-  return v;
-}
-
 int Fail(const std::string& path, const std::string& text, int status) { return Complain("plot", path, text, status); }
 
 // Exit status: 0 written, 1 the data were refused, 2 unreadable input or unwritable output.
@@ -74,42 +47,26 @@ int RunPlot(const PlotOptions& o) {
   if (!platform::qt::IsPictureExtension(o.output))
     return Fail(o.output, "the picture must end in .png, .bmp, .svg or .pdf", 2);
   if (!(o.lower > 0 && o.lower < o.upper)) return Fail(o.input, "the lower limit must be above 0 and below the upper", 2);
+  for (const auto& [name, window] : {std::pair{"--f2", &o.f2}, std::pair{"--f1", &o.f1}})
+    if (window->size() == 2 && (*window)[0] == (*window)[1])
+      return Fail(name, "the two ends of the window must differ", kFailed);
 
-  CliPrompt prompt;
   int status = kDone;
-  const auto data = ReadInput("plot", o.input, prompt, status);
+  const auto data = ReadPictureInput("plot", o.input, o.output, status);
   if (!data) return status;
-  if (document::DimensionOf(*data) != 2) return Fail(o.input, "not a 2D data set", kRefused);
-  if (int refused = CheckOutput("plot", o.output, *data); refused != kDone) return refused;
-  if (!model::IsProcessed(data->words.dataTypeCode)) {
-    // A raw FID is drawn as the default recipe transforms it, the same as `process` would.
-    processing::SequenceSettings settings = document::DefaultSettingsOf(*data);
-    platform::NoProgress progress;
-    const document::Transformed done = document::TransformDocument(*data, settings, false, progress);
-    if (!done.outcome.ok()) return Fail(o.input, TextOf(done.outcome.message), kRefused);
-  }
   model::Spectrum2D& s = data->spectrum;
-  if (s.axis[model::F2].Point < 3 || s.axis[model::F1].Point < 3 ||
-      static_cast<int>(s.ppmF2.size()) < s.axis[model::F2].Point ||
-      static_cast<int>(s.ppmF1.size()) < s.axis[model::F1].Point)
-    return Fail(o.input, "too few points to draw a contour", 1);
 
   display::ContourSetting setting;
   setting.Steps = o.steps;
   setting.Interval = o.spacing;
   setting.DisplayMode = o.mode == "filled" ? display::kFilled : display::kLines;
   const int pulseModeClass = data->words.pulseModeClass;
-  // The limits are fractions of the largest value, so that spectra stored on any scale show the
-  // same levels as one normalised to 1.0.
-  const float largest = display::LargestShownMagnitude(s, pulseModeClass, setting);
-  const float full = largest > 0 ? largest : 1.0f;
-  s.UpperLimit = static_cast<float>(o.upper * full);
-  s.LowerLimit = static_cast<float>(o.lower * full);
+  SetLevelLimits(s, pulseModeClass, setting, o.lower, o.upper);
 
   const display::TraceKind traces = o.traces == "none"      ? display::TraceKind::None
                                     : o.traces == "pos-neg" ? display::TraceKind::ProjectionPosNeg
                                                             : display::TraceKind::Projection;
-  const std::optional<display::DisplayState> view = MakeView(s, o);
+  const std::optional<display::DisplayState> view = PictureView(s, o.f2, o.f1);
   if (!view) return Fail(o.input, "the window given by --f2 or --f1 lies outside the spectrum", 2);
   const display::MainViewInput input{s,
                                      pulseModeClass,

@@ -11,6 +11,7 @@ namespace {
 
 constexpr platform::Color kFrameColor = 0x808080;
 constexpr platform::Color kTraceColor = 0x000000;
+constexpr platform::Color kSliceCaptionColor = 0x0000C0;
 
 void Frame(platform::Surface& surface, const Rect& r) {
   surface.SetPen(kFrameColor, 1);
@@ -55,23 +56,11 @@ MainViewLayout LayOutMainView(platform::Extent size, bool withTraces) {
   return l;
 }
 
-bool DrawMainView(platform::Surface& surface, platform::Extent size, const MainViewInput& input,
-                  platform::Progress& progress) {
-  const bool withTraces = input.traces == TraceKind::Projection || input.traces == TraceKind::ProjectionPosNeg;
-  const MainViewLayout l = LayOutMainView(size, withTraces);
-  if (l.contour.width < 3 || l.contour.height < 3) return false;
+void DrawSurround(platform::Surface& surface, const MainViewLayout& l, const MainViewInput& input,
+                  const LevelTable& levels, const Projection& f2, const Projection& f1) {
   const model::Spectrum2D& s = input.spectrum;
   const DisplayState& v = input.view;
-
-  ContourGrid grid;
-  LevelTable levels;
-  bool reuse = false;
-  const GridSource source{s, input.pulseModeClass, input.setting};
-  // The picture is its own screen: its pixels, not DisplayDimension, size the grid.
-  if (!DrawContourView(surface, grid, levels, source, v, l.contour, l.contour.width, l.contour.height, reuse, progress))
-    return false;
   Frame(surface, l.contour);
-
   platform::Font font;
   font.pixelHeight = l.textHeight;
   AxisStyle axis{font, {}, platform::kBlack, 1, input.captionF2};
@@ -79,17 +68,55 @@ bool DrawMainView(platform::Surface& surface, platform::Extent size, const MainV
   axis.caption = input.captionF1;
   DrawAxisF1(surface, l.axisF1, v.ViewF1Start, v.ViewF1End, axis);
 
-  if (withTraces) {
-    const bool both = input.traces == TraceKind::ProjectionPosNeg;
+  if (l.traceF2.height > 0) {
     const platform::Color negative = input.setting.Palette[15];
+    const TracePanel panelF2{l.traceF2, v.ViewF2Start, v.ViewF2End, 0, 1, false};
+    const TracePanel panelF1{l.traceF1, v.ViewF1Start, v.ViewF1End, 0, 1, true};
     Frame(surface, l.traceF2);
     Frame(surface, l.traceF1);
-    DrawProjection(surface, MakeProjectionF2(s, input.pulseModeClass, input.setting, both),
-                   {l.traceF2, v.ViewF2Start, v.ViewF2End, 0, 1, false}, s.ppmF2, s.axis[model::F2].Point, negative);
-    DrawProjection(surface, MakeProjectionF1(s, input.pulseModeClass, input.setting, both),
-                   {l.traceF1, v.ViewF1Start, v.ViewF1End, 0, 1, true}, s.ppmF1, s.axis[model::F1].Point, negative);
+    // A slice cursor replaces the projection by the row or column it crosses, on the same scale.
+    const auto panel = [&](const Projection& p, TracePanel where, const std::vector<float>& ppm, int points,
+                           std::vector<float> slice, const std::string& caption) {
+      if (slice.empty()) return DrawProjection(surface, p, where, ppm, points, negative);
+      Projection shown{std::move(slice), {}, p.max, p.min};
+      DrawProjection(surface, shown, where, ppm, points, negative);
+      surface.SetFont(font);
+      surface.SetTextColor(kSliceCaptionColor);
+      surface.Text(where.rect.x + l.textHeight / 3, where.rect.y + l.textHeight / 6, 0, caption);
+    };
+    const bool rowShown = v.SliceF1 >= 0 && v.SliceF1 < static_cast<int>(s.ppmF1.size());
+    const bool columnShown = v.SliceF2 >= 0 && v.SliceF2 < static_cast<int>(s.ppmF2.size());
+    panel(f2, panelF2, s.ppmF2, s.axis[model::F2].Point, rowShown ? SliceAlongF2(s, v.SliceF1) : std::vector<float>{},
+          rowShown ? SliceCaption(false, s.ppmF1[v.SliceF1]) : std::string());
+    panel(f1, panelF1, s.ppmF1, s.axis[model::F1].Point,
+          columnShown ? SliceAlongF1(s, v.SliceF2) : std::vector<float>{},
+          columnShown ? SliceCaption(true, s.ppmF2[v.SliceF2]) : std::string());
   }
   DrawLevelBar(surface, l.levelBar, levels, input.setting, input.pulseModeClass, font);
+}
+
+bool DrawMainView(platform::Surface& surface, platform::Extent size, const MainViewInput& input,
+                  platform::Progress& progress) {
+  const bool withTraces = input.traces == TraceKind::Projection || input.traces == TraceKind::ProjectionPosNeg;
+  const MainViewLayout l = LayOutMainView(size, withTraces);
+  if (l.contour.width < 3 || l.contour.height < 3) return false;
+  const model::Spectrum2D& s = input.spectrum;
+
+  ContourGrid grid;
+  LevelTable levels;
+  bool reuse = false;
+  const GridSource source{s, input.pulseModeClass, input.setting};
+  // The picture is its own screen: its pixels, not DisplayDimension, size the grid.
+  if (!DrawContourView(surface, grid, levels, source, input.view, l.contour, l.contour.width, l.contour.height, reuse,
+                       progress))
+    return false;
+  Projection f2, f1;
+  if (withTraces) {
+    const bool both = input.traces == TraceKind::ProjectionPosNeg;
+    f2 = MakeProjectionF2(s, input.pulseModeClass, input.setting, both);
+    f1 = MakeProjectionF1(s, input.pulseModeClass, input.setting, both);
+  }
+  DrawSurround(surface, l, input, levels, f2, f1);
   return true;
 }
 

@@ -29,6 +29,11 @@ struct MainViewLayout {
 };
 MainViewLayout LayOutMainView(platform::Extent size, bool withTraces);
 
+// Everything around the contour: its frame, both axes, the two side panels and the level bar. A
+// panel shows the projection, or the slice through the point of a slice cursor with its caption.
+void DrawSurround(platform::Surface& surface, const MainViewLayout& layout, const MainViewInput& input,
+                  const LevelTable& levels, const Projection& f2, const Projection& f1);
+
 // Draws the whole picture; false when the window spans less than a point or the user quit.
 bool DrawMainView(platform::Surface& surface, platform::Extent size, const MainViewInput& input,
                   platform::Progress& progress);

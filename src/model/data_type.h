@@ -22,6 +22,8 @@ constexpr int FormatOf(DataTypeCode code) { return code < 0 ? -1 : code & 0xFF; 
 constexpr DataTypeCode MakeTypeCode(int dimension, bool processed, int format) {
   return (dimension << 12) | (processed ? kProcessedBit : 0) | format;
 }
+// Bruker's formats, the current and the Aspect one, share their conventions.
+constexpr bool IsBrukerFormat(int format) { return format == kBruker || format == kBrukerAspect; }
 // A code handed to the 1D program: its value with the low 12 bits cleared is 0x1000.
 constexpr bool IsOneDimensional(DataTypeCode code) { return code >= 0 && (code & ~0xFFF) == 0x1000; }
 
@@ -38,6 +40,7 @@ enum PulseModeClass : int {
   kUnknownClass = -1, VPH_HOMO = 0, V_HOMO = 1, VPH_HMBC = 2, VPH_HETERO = 3, V_HETERO = 4
 };
 
+constexpr bool IsKnownClass(int c) { return c >= VPH_HOMO && c <= V_HETERO; }
 // Phase-sensitive classes keep the imaginary parts through the transform.
 constexpr bool IsPhaseSensitive(int c) { return c == VPH_HOMO || c == VPH_HMBC || c == VPH_HETERO; }
 // Homonuclear classes have one frequency on both axes.

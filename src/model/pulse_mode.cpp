@@ -94,7 +94,7 @@ PulseModeClassification ClassifyPulseMode(std::string_view nameIn) {
 std::string MakeClassName(int pulseModeClass, std::string_view name) {
   static constexpr std::array<std::string_view, 5> kWraps{"VPH_HOMO(", "V_HOMO(", "VPH_HMBC(",
                                                           "VPH_HETERO(", "V_HETERO("};
-  if (pulseModeClass < 0 || pulseModeClass > 4) return std::string(name);
+  if (!IsKnownClass(pulseModeClass)) return std::string(name);
   return std::string(kWraps[pulseModeClass]) + std::string(name) + ")";
 }
 

@@ -1,5 +1,7 @@
 #include "model/spectrum.h"
 
+#include "model/data_type.h"
+
 #include <unistd.h>
 
 #include <algorithm>
@@ -90,7 +92,7 @@ void RepairBeforeWrite1D(Spectrum1D& s, double zeroPpmFrequencyMHz) {
 void RepairAfterRead2D(Spectrum2D& s, int pulseModeClass) {
   s.cycleTime = s.params.ACQTM + s.params.PD;
   // Classes VPH_HOMO and V_HOMO are homonuclear: one frequency for both axes.
-  if (pulseModeClass == 0 || pulseModeClass == 1) {
+  if (IsHomonuclear(pulseModeClass)) {
     s.extras[F1].absFreqCenter = s.extras[F2].absFreqCenter;
     s.extras[F1].absFreq0ppm = s.extras[F2].absFreq0ppm;
   }

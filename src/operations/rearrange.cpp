@@ -51,7 +51,7 @@ void InvertSpectrum(model::Spectrum2D& s, bool invertF1, bool invertF2, int thre
 }
 
 bool CanExchange(int pulseModeClass) {
-  return pulseModeClass != model::VPH_HOMO && pulseModeClass != model::V_HOMO;
+  return !model::IsHomonuclear(pulseModeClass);
 }
 
 platform::Outcome ExchangeF1F2(model::Spectrum2D& s, int threads) {

@@ -63,7 +63,7 @@ platform::Outcome SetReferenceByCenter(model::Spectrum2D& s, display::DisplaySta
 
 platform::Outcome SetReferenceByInstrument(model::Spectrum2D& s, display::DisplayState& view, int pulseModeClass,
                                            std::optional<double> zeroPpmF2, std::optional<double> zeroPpmF1) {
-  if (pulseModeClass == model::VPH_HOMO || pulseModeClass == model::V_HOMO) zeroPpmF1 = zeroPpmF2;
+  if (model::IsHomonuclear(pulseModeClass)) zeroPpmF1 = zeroPpmF2;
   const std::array<std::optional<double>, 2> zero{zeroPpmF1, zeroPpmF2};
   for (model::Axis a : {F1, F2})
     if (!zero[a] || !(*zero[a] > 0) || !(s.extras[a].absFreqCenter > 0))

@@ -85,7 +85,7 @@ double DiagonalOffset(const model::Spectrum2D& s, float symShift) {
 
 void SymmetrizeData(const model::Plane& backup, model::Spectrum2D& s, int pulseModeClass, float symShift, int threads) {
   const std::int32_t n1 = s.axis[F1].Point, n2 = s.axis[F2].Point;
-  if ((pulseModeClass != model::V_HOMO && pulseModeClass != model::VPH_HOMO) || n1 < 2 || n2 < 2) {
+  if (!model::IsHomonuclear(pulseModeClass) || n1 < 2 || n2 < 2) {
     s.RR.data = backup.data;
     return;
   }

@@ -39,6 +39,8 @@ struct Font {
   int pixelHeight = 12;  // the height of a line of text in device units
   bool bold = false;
   bool italic = false;
+  bool underline = false;
+  bool strikeOut = false;
 };
 
 // Copy paints over; Xor inverts what is below, so that drawing the same figure twice removes it

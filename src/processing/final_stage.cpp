@@ -86,7 +86,7 @@ std::string Now() {
 // matches; F1 of heteronuclear modes looks for the irradiated nucleus.
 std::optional<double> TableReference(const model::Spectrum2D& s, const SequenceSettings& settings, model::Axis axis) {
   if (!settings.referenceTable || s.texts.instrumentId.empty()) return std::nullopt;
-  const bool irradiated = axis == F1 && settings.pulseModeClass != 0 && settings.pulseModeClass != 1;
+  const bool irradiated = axis == F1 && !model::IsHomonuclear(settings.pulseModeClass);
   const std::string nucleus = core::ToUpper(irradiated ? s.params.IRNUC : s.params.OBNUC);
   return settings.referenceTable(core::ToUpper(s.texts.instrumentId), core::ToUpper(s.params.SLVNT), nucleus,
                                  s.extras[axis].absFreqCenter);

@@ -105,7 +105,7 @@ SequenceSettings MakeSequenceSettings(const Spectrum2D& s, int pulseModeClass, i
   settings.pulseModeClass = pulseModeClass;
   settings.mode = pulseModeClass;
   settings.formatNumber = formatNumber;
-  settings.brukerData = formatNumber == 4 || formatNumber == 8;
+  settings.brukerData = model::IsBrukerFormat(formatNumber);
   for (model::Axis a : {F1, F2}) {
     AxisProcessing& p = settings.axis[a];
     p.baseSize = s.axis[a].Point;
@@ -158,15 +158,15 @@ platform::Outcome MakeWindow1D(const model::Spectrum1D& s, const WindowFunctionS
 void InitialF1Phase(const Spectrum2D& s, SequenceSettings& settings, std::string_view pulseName) {
   AxisProcessing& f1 = settings.axis[F1];
   f1.pivot = std::lrint(CurrentSize(f1) / 2.0);
-  if (settings.pulseModeClass != 2 && settings.pulseModeClass != 3) {
+  if (settings.pulseModeClass != model::VPH_HMBC && settings.pulseModeClass != model::VPH_HETERO) {
     f1.phase0 = f1.phase1 = 0;
     return;
   }
   const double delay = (2 * 0.64 * s.params.PW[1] + s.params.PW[0] + 10) * s.axis[F1].Frequency * 360 * 1e-6;
-  if (settings.formatNumber == 0 || settings.formatNumber == 1) {
+  if (settings.formatNumber == model::kAlice || settings.formatNumber == model::kJeolGx) {
     f1.phase0 = 0;
     f1.phase1 = pulseName == "VPHHSQCN" ? 180 : delay;
-  } else if (settings.formatNumber == 4 || settings.formatNumber == 8) {
+  } else if (model::IsBrukerFormat(settings.formatNumber)) {
     f1.phase0 = 0;
     f1.phase1 = -delay;
   }

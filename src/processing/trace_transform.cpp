@@ -1,4 +1,5 @@
 #include "processing/trace_transform.h"
+#include "model/data_type.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,10 +10,11 @@
 namespace velk::processing {
 
 bool TraceConjugate(const TraceView& v) {
-  const bool bruker = v.formatNumber == 4 || v.formatNumber == 8;
-  if (v.axis == model::F1) return v.pulseModeClass >= 2 && v.pulseModeClass <= 4;
-  if (v.fidShift < 0) return !(v.brukerData && (v.pulseModeClass == 0 || v.pulseModeClass == 3 || v.pulseModeClass == 4));
-  const bool usualClass = v.pulseModeClass >= 0 && v.pulseModeClass <= 4 && v.pulseModeClass != 2;
+  const bool bruker = model::IsBrukerFormat(v.formatNumber);
+  if (v.axis == model::F1) return model::IsHeteronuclear(v.pulseModeClass);
+  if (v.fidShift < 0) return !(v.brukerData && (v.pulseModeClass == model::VPH_HOMO || v.pulseModeClass == model::VPH_HETERO ||
+                                                   v.pulseModeClass == model::V_HETERO));
+  const bool usualClass = model::IsKnownClass(v.pulseModeClass) && v.pulseModeClass != model::VPH_HMBC;
   return !(bruker && usualClass);
 }
 

@@ -1,4 +1,5 @@
 #include "processing/transforms.h"
+#include "model/data_type.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,8 +32,8 @@ bool ForEachTrace(std::int32_t count, std::int32_t n, std::int32_t doubles, std:
 }  // namespace
 
 bool ConjugateF2(int pulseModeClass, int formatNumber, bool f2SingleAd) {
-  const bool usualClass = pulseModeClass >= 0 && pulseModeClass <= 4 && pulseModeClass != 2;
-  const bool bruker = formatNumber == 4 || formatNumber == 8;
+  const bool usualClass = model::IsKnownClass(pulseModeClass) && pulseModeClass != model::VPH_HMBC;
+  const bool bruker = model::IsBrukerFormat(formatNumber);
   return !(usualClass && (f2SingleAd || bruker));
 }
 
@@ -40,19 +41,20 @@ bool ConjugateF1(int pulseModeClass, int formatNumber, bool f1Inverse) {
   // Bit k set: flag set in pulse-mode class k. These are the sign conventions of each family.
   int classes = 0;
   switch (formatNumber) {
-    case 0: case 1: classes = 0b01110; break;
-    case 2: classes = 0b10010; break;
-    case 3: classes = 0b11011; break;
-    case 4: case 5: case 8: classes = 0b10010; break;
-    case 6: classes = 0b11010; break;
+    case model::kAlice: case model::kJeolGx: classes = 0b01110; break;
+    case model::kLambda: classes = 0b10010; break;
+    case model::kDelta: classes = 0b11011; break;
+    case model::kBruker: case model::kAlpha: case model::kBrukerAspect: classes = 0b10010; break;
+    case model::kVarian: classes = 0b11010; break;
     default: classes = 0;
   }
-  const bool c = pulseModeClass >= 0 && pulseModeClass <= 4 && (classes >> pulseModeClass & 1) != 0;
+  const bool c = model::IsKnownClass(pulseModeClass) && (classes >> pulseModeClass & 1) != 0;
   return f1Inverse ? !c : c;
 }
 
 bool ConjugateF1Sequential(int pulseModeClass) {
-  return pulseModeClass == 1 || pulseModeClass == 2 || pulseModeClass >= 4;
+  // The presets of the FT window (20, 21) count with the last class.
+  return pulseModeClass == model::V_HOMO || pulseModeClass == model::VPH_HMBC || pulseModeClass >= model::V_HETERO;
 }
 
 void TransformSequentialTrace(float* re, float* im, std::int32_t n, bool conjugate, const float* W, double* scratch) {

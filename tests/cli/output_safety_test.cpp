@@ -104,5 +104,30 @@ TEST(OutputSafety, PlotOfTheRawFidIsPlotOfItsProcessedSpectrum) {
   EXPECT_EQ(Contents(out / "raw.svg"), Contents(out / "processed.svg"));
 }
 
+// A value the command cannot use is refused with what it takes, never bent into another one.
+TEST(OptionValues, AreRefusedWithTheValuesAllowed) {
+  Inputs in;
+  TempFolder out;
+  const std::string raw = Q(in.experiment), to = " -o " + Q(out / "x.vlk2");
+  const std::vector<std::pair<std::string, std::string>> refusals{
+      {"process " + raw + to + " --zf 3,3", "1, 2, 4, 8 or 16"},
+      {"process " + raw + to + " --zf 0,0", "1, 2, 4, 8 or 16"},
+      {"process " + raw + to + " --fid-shift -4", "from 0 to"},
+      {"process " + raw + " -o " + Q(out / "x.png"), "not a Ver.4 file name: use .vlk2"},
+      {"plot " + Q(in.spectrum) + " -o " + Q(out / "x.png") + " --f2 5,5", "must differ"},
+      {"convert " + Q(in.spectrum) + " -o " + Q(out / "x.txt"), "unknown output type"},
+  };
+  for (const auto& [command, words] : refusals) {
+    const CliRun run = RunCli(command);
+    EXPECT_EQ(run.exitStatus, 2) << command;
+    EXPECT_NE(run.err.find(words), std::string::npos) << command << "\n" << run.err;
+  }
+  EXPECT_TRUE(fs::is_empty(out.path));
+  const CliRun version = RunCli("--version");
+  EXPECT_EQ(version.exitStatus, 0);
+  EXPECT_EQ(version.out.rfind("velk2d-cli ", 0), 0u) << version.out;
+  EXPECT_NE(RunCli("process --help").out.find("Exit status: 0 done; 1"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace velk::test

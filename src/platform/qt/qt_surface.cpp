@@ -97,6 +97,8 @@ void QtSurface::SetFont(const Font& font) {
   f.setPixelSize(std::max(1, font.pixelHeight));
   f.setBold(font.bold);
   f.setItalic(font.italic);
+  f.setUnderline(font.underline);
+  f.setStrikeOut(font.strikeOut);
   painter_.setFont(f);
 }
 

@@ -1,0 +1,532 @@
+#include "gui/main_window.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QProcess>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "display/display_area.h"
+#include "display/display_grid.h"
+#include "display/levels.h"
+#include "display/messages.h"
+#include "display/view_navigation.h"
+#include "formats/registry.h"
+#include "gui/contour_dialog.h"
+#include "gui/display_area_dialog.h"
+#include "gui/environment_dialog.h"
+#include "gui/grid_dialog.h"
+#include "model/data_type.h"
+#include "document/transform.h"
+#include "document/read_data_set.h"
+#include "document/write_data_set.h"
+#include "native/ver4_file.h"
+
+namespace velk::gui {
+namespace {
+
+class ProcessLauncher final : public platform::Launcher {
+ public:
+  bool Start(const std::filesystem::path& program, const std::vector<std::string>& arguments) override {
+    QStringList list;
+    for (const std::string& a : arguments) list << QString::fromStdString(a);
+    return QProcess::startDetached(QString::fromStdString(program.string()), list);
+  }
+};
+
+// Until the transform window is part of the program, a raw FID is transformed as that window
+// would do on "Execute 2D-FFT(No LP)" right after opening: the default recipe of the data set.
+bool TransformWithDefaults(document::Document& d, platform::Progress& progress) {
+  processing::SequenceSettings settings = document::DefaultSettingsOf(d);
+  return document::TransformDocument(d, settings, false, progress).outcome.ok();
+}
+
+std::string AxisCaption(const char* axis, const std::string& nucleus) {
+  return std::string(axis) + (nucleus.empty() ? "" : " " + nucleus) + " (ppm)";
+}
+
+}  // namespace
+
+MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLine)
+    : prompt_(this), launcher_(std::make_unique<ProcessLauncher>()) {
+  session_.folders = folders;
+  services_ = std::make_unique<document::SessionServices>(document::SessionServices{
+      prompt_, *launcher_, formats::Formats(), [this](document::Session&) { return Save(); },
+      // The spectrum shown is kept while an FID is read and transformed, and comes back when that fails.
+      [](const document::Session& s, const std::filesystem::path& file) {
+        const document::Document& d = s.document;
+        return native::WriteDataR4(file, d.spectrum, &d.companionF2, &d.companionF1, d.words,
+                                   native::SaveMode::AllPlanes, {false, nullptr})
+            .ok();
+      },
+      [this](document::Session& s, const std::filesystem::path& file) {
+        document::ReadResult kept = document::ReadDataSet(file, prompt_);
+        if (!kept.outcome.ok()) return false;
+        s.document = std::move(*kept.document);
+        snapshotBack_ = true;
+        return true;
+      }});
+  setAcceptDrops(true);
+  setWindowTitle("NMR 2D");
+
+  auto* central = new QWidget(this);
+  auto* layout = new QVBoxLayout(central);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(BuildLevelControls());
+  view_ = new SpectrumView(data_, central);
+  view_->setFocusPolicy(Qt::StrongFocus);
+  view_->setFocus();
+  layout->addWidget(view_, 1);
+  setCentralWidget(central);
+  BuildMenus();
+  BuildStatusBar();
+  connect(view_, &SpectrumView::cursorMoved, cursorLabel_, &QLabel::setText);
+  // A trace shows its progress per level; a right click on the picture or "Quit" ends it.
+  connect(view_, &SpectrumView::tracing, this, [this](int percent) {
+    if (opening_.Busy()) return;
+    if (percent < 100 && !quitButton_->isEnabled()) SetBusy(true, QString::fromUtf8(display::messages::kQuitDrawing.data()));
+    progressBar_->setValue(percent);
+  });
+  connect(view_, &SpectrumView::traced, this, [this] {
+    if (!opening_.Busy()) SetBusy(false, {});
+  });
+
+  if (document::StartUp(session_, commandLine, *services_) == document::StartResult::End) {
+    ended_ = true;
+    return;
+  }
+  ApplySettings();
+  resize(1200, 900);
+  RestoreGeometry();
+  UpdateRecentMenu();
+  // StartUp leaves a file named on the command line in the session; it is shown like any other.
+  if (session_.displayed == 1) AfterOpening(document::OpenResult::SpectrumLoaded);
+  else if (session_.state == document::SessionState::FtWindow) OpenFile(session_.commandLine);
+}
+
+MainWindow::~MainWindow() = default;
+
+// The contour setting that a freshly opened spectrum starts with, from the 2D settings.
+void MainWindow::ApplySettings() {
+  const core::Settings& s = session_.settings2D;
+  const auto number = [&](const char* key, int fallback) {
+    const double v = core::Number(s, key);
+    return v > 0 ? static_cast<int>(v) : fallback;
+  };
+  data_.setting.Steps = display::NormalizeSteps(number("INITIAL TH DIVIDE", 16));
+  data_.setting.Interval = static_cast<int>(core::Number(s, "CONTOUR MODE"));
+  data_.setting.DisplayDimension = std::clamp(number("DISP DIMENSION_X", 256), 256, 8192);
+  data_.setting.Interpolation = static_cast<int>(core::Number(s, "INTERPOLATION FUNC."));
+  data_.setting.DisplayMode = display::kLines;
+  data_.showGrid = core::Number(s, "DRAW GRID") != 0;
+  data_.grid.automatic = core::Number(s, "GRID SETTING MODE") == 0;
+  data_.grid.stepF2 = core::Number(s, "F2 GRID INC") > 0 ? core::Number(s, "F2 GRID INC") : 1.0;
+  data_.grid.stepF1 = core::Number(s, "F1 GRID INC") > 0 ? core::Number(s, "F1 GRID INC") : 1.0;
+  data_.grid.color = static_cast<platform::Color>(core::Number(s, "GRID COL"));
+}
+
+void MainWindow::BuildMenus() {
+  QMenu* file = menuBar()->addMenu("&File");
+  file->addAction("&Open...", QKeySequence::Open, this, [this] { OpenFile(); });
+  recentMenu_ = file->addMenu("Recent Files");
+  file->addAction("&Save...", QKeySequence::Save, this, [this] {
+    if (data_.spectrum && !opening_.Busy() && data_.tools.Resolve(data_.state)) Save();
+  });
+  file->addSeparator();
+  file->addAction("Close (Discard Present Data)", this, [this] { DiscardData(); });
+  file->addAction("Set Environment...", this, [this] { SetEnvironment(); });
+  file->addSeparator();
+  file->addAction("E&xit", QKeySequence::Quit, this, [this] { close(); });
+
+  QMenu* view = menuBar()->addMenu("&View");
+  view->addAction("Level Up", QKeySequence(Qt::Key_PageUp), this, [this] { LevelUp(); });
+  view->addAction("Level Down", QKeySequence(Qt::Key_PageDown), this, [this] { LevelDown(); });
+  view->addSeparator();
+  view->addAction("Full View", QKeySequence(Qt::Key_Home), this, [this] { FullView(); });
+  view->addAction("Zoom Out", QKeySequence::ZoomOut, this, [this] { ZoomOut(); });
+  view->addAction("Change Contour...", this, [this] { ChangeContour(); });
+  view->addAction("Change Display Area...", this, [this] { ChangeDisplayArea(); });
+  view->addAction("Set up Grid...", this, [this] { SetUpGrid(); });
+  view->addSeparator();
+  subModes_ = new QActionGroup(this);
+  const std::pair<const char*, int> modes[] = {{"Expansion", display::kExpand}, {"Slices", display::kSlice},
+                                               {"Pan", display::kPanView}};
+  for (const auto& [text, mode] : modes) {
+    QAction* a = view->addAction(text, this, [this, m = mode] { SetSubMode(m); });
+    a->setCheckable(true);
+    a->setChecked(mode == display::kExpand);
+    a->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + mode)));
+    subModes_->addAction(a);
+  }
+
+  QMenu* help = menuBar()->addMenu("&Help");
+  help->addAction("About", this, [this] {
+    prompt_.Ask({"NMR 2D", "velk2d " + std::string(VELK_VERSION_TEXT), platform::Buttons::Ok});
+  });
+}
+
+QWidget* MainWindow::BuildLevelControls() {
+  auto* bar = new QWidget(this);
+  auto* row = new QHBoxLayout(bar);
+  row->setContentsMargins(6, 3, 6, 3);
+  const auto arrows = [&](bool upper) {
+    for (bool up : {true, false}) {
+      auto* b = new QToolButton(bar);
+      b->setArrowType(up ? Qt::UpArrow : Qt::DownArrow);
+      // Held down, an arrow waits 500 ms and then steps every 50 ms.
+      b->setAutoRepeat(true);
+      b->setAutoRepeatDelay(500);
+      b->setAutoRepeatInterval(50);
+      b->setObjectName(QString(upper ? "upper" : "lower") + (up ? "Up" : "Down"));
+      connect(b, &QToolButton::clicked, this, [this, upper, up] { StepLimit(upper, up); });
+      row->addWidget(b);
+    }
+  };
+  const auto edit = [&](const char* label, bool upper) {
+    row->addWidget(new QLabel(label, bar));
+    auto* e = new QLineEdit(bar);
+    e->setMaximumWidth(110);
+    e->setObjectName(upper ? "upperLimit" : "lowerLimit");
+    connect(e, &QLineEdit::editingFinished, this, [this, upper] { EnterLimit(upper); });
+    row->addWidget(e);
+    row->addWidget(new QLabel("%", bar));
+    arrows(upper);
+    return e;
+  };
+  upperEdit_ = edit("Upper Limit", true);
+  row->addSpacing(16);
+  lowerEdit_ = edit("Lower Limit", false);
+  row->addStretch(1);
+  return bar;
+}
+
+void MainWindow::BuildStatusBar() {
+  cursorLabel_ = new QLabel(this);
+  progressBar_ = new QProgressBar(this);
+  progressBar_->setMaximumWidth(200);
+  quitButton_ = new QPushButton("Quit", this);
+  quitButton_->setObjectName("quit");
+  statusBar()->addWidget(cursorLabel_, 1);
+  statusBar()->addPermanentWidget(progressBar_);
+  statusBar()->addPermanentWidget(quitButton_);
+  // Both stay in their places, so that the bar does not jump when work starts and ends.
+  SetBusy(false, {});
+  connect(quitButton_, &QPushButton::clicked, this, [this] {
+    if (opening_.Busy()) opening_.Quit();
+    else view_->QuitTracing();
+  });
+  connect(&opening_, &Worker::progressed, progressBar_, &QProgressBar::setValue);
+}
+
+void MainWindow::SetBusy(bool busy, const QString& what) {
+  quitButton_->setEnabled(busy);
+  progressBar_->setTextVisible(busy);
+  progressBar_->setFormat(what + " %p%");
+  progressBar_->setValue(0);
+  QApplication::restoreOverrideCursor();
+  if (busy) QApplication::setOverrideCursor(Qt::BusyCursor);
+}
+
+void MainWindow::OpenFile(std::optional<std::string> name) {
+  // A busy window ends the command at once, and so does a tool that the user keeps.
+  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  view_->SetBusy(true);
+  SetBusy(true, "Reading");
+  auto result = std::make_shared<document::OpenResult>(document::OpenResult::Cancelled);
+  auto transformed = std::make_shared<bool>(false);
+  snapshotBack_ = false;
+  opening_.Start(
+      [this, name, result, transformed](platform::Progress& progress) {
+        // A name left by StartUp is already read into the FT window's place.
+        *result = session_.state == document::SessionState::FtWindow && name == session_.commandLine
+                      ? document::OpenResult::FidLoaded
+                      : document::Open(session_, *services_, name);
+        if (*result == document::OpenResult::FidLoaded) *transformed = TransformWithDefaults(session_.document, progress);
+      },
+      [this, result, transformed] {
+        if (*result == document::OpenResult::FidLoaded) {
+          const std::string title = windowTitle().toStdString();
+          document::LeaveFtWindow(session_, *services_, *transformed);
+          *result = *transformed ? document::OpenResult::SpectrumLoaded : document::OpenResult::Failed;
+          // A transform that was quit or failed leaves raw data behind: the spectrum shown before
+          // comes back, or the window shows nothing.
+          if (!*transformed && snapshotBack_) {
+            session_.windowTitle = title;
+            *result = document::OpenResult::SpectrumLoaded;
+          } else if (!*transformed) {
+            document::DiscardData(session_);
+            data_.spectrum = nullptr;
+            setWindowTitle("NMR 2D");
+          }
+        }
+        view_->SetBusy(false);
+        SetBusy(false, {});
+        AfterOpening(*result);
+      });
+}
+
+void MainWindow::AfterOpening(document::OpenResult result) {
+  if (result == document::OpenResult::SpectrumLoaded) ShowData();
+  else view_->DataChanged();  // the picture of the data kept
+  UpdateRecentMenu();
+  emit opened();
+}
+
+void MainWindow::ShowData() {
+  model::Spectrum2D& s = session_.document.spectrum;
+  data_.spectrum = &s;
+  data_.pulseModeClass = session_.document.words.pulseModeClass;
+  const float largest = display::LargestShownMagnitude(s, data_.pulseModeClass, data_.setting);
+  fullScale_ = largest > 0 ? largest : 1.0f;
+  // Our own files keep their limits; a vendor's spectrum starts at 100 % and 10 % of its largest value.
+  if (model::FormatOf(session_.document.words.dataTypeCode) != model::kVer4 || !(s.LowerLimit > 0 && s.LowerLimit < s.UpperLimit)) {
+    s.UpperLimit = fullScale_;
+    s.LowerLimit = 0.1f * fullScale_;
+  }
+  data_.state = {};
+  display::ShowFullSpectrum(data_.state, s);
+  data_.tools.Switch(data_.state, display::kNoTool);
+  data_.state.ToolCode = static_cast<std::int16_t>(subModes_->checkedAction() ? subModes_->actions().indexOf(subModes_->checkedAction()) : 0);
+  data_.captionF2 = AxisCaption("F2", s.extras[model::F2].nucleus);
+  data_.captionF1 = AxisCaption("F1", s.extras[model::F1].nucleus);
+  setWindowTitle(QString::fromStdString(session_.windowTitle));
+  ShowLimits();
+  SetBusy(true, "Drawing");
+  view_->DataChanged();
+}
+
+// The spectrum as a Ver.4 file with all its planes and the companion traces. Called on the
+// interface thread by the menu and the close question, on the worker by "Read Data".
+bool MainWindow::Save() {
+  const std::vector<platform::FileFilter> filters{{"Ver.4 Format(*.vlk2)", "*.vlk2"}, {"Ver.4 Format(*.vlk)", "*.vlk"}};
+  const std::optional<std::string> chosen = prompt_.ChooseFile("Save", filters, true);
+  if (!chosen) return false;
+  std::filesystem::path file = *chosen;
+  if (file.extension().empty()) file += ".vlk2";
+  formats::WriteChoices choices;
+  choices.keepBackup = core::Number(session_.settings2D, "MAKE FILE BACKUP") != 0;
+  choices.log = document::SessionLogger(session_, prompt_);
+  const platform::Outcome written = document::SaveDocument(session_.document, file, choices);
+  if (!written.ok()) {
+    if (!written.message.empty()) prompt_.Ask(written.message);
+    return false;
+  }
+  return true;
+}
+
+void MainWindow::DiscardData() {
+  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  document::DiscardData(session_);
+  data_.spectrum = nullptr;
+  setWindowTitle("NMR 2D");
+  upperEdit_->clear();
+  lowerEdit_->clear();
+  view_->DataChanged();
+}
+
+QString MainWindow::UpperText() const { return upperEdit_->text(); }
+QString MainWindow::LowerText() const { return lowerEdit_->text(); }
+QString MainWindow::CursorText() const { return cursorLabel_->text(); }
+
+void MainWindow::ShowLimits() {
+  const model::Spectrum2D& s = session_.document.spectrum;
+  upperEdit_->setText(QString::fromStdString(display::FormatLimit(s.UpperLimit / fullScale_, display::kScientificUpper)));
+  lowerEdit_->setText(
+      QString::fromStdString(display::FormatLimit(s.LowerLimit / fullScale_, display::kScientificLowerUp)));
+}
+
+// The limits are kept as values of the data and shown as percent of the largest value; the
+// rules of the arrows and the entries work on the fractions.
+void MainWindow::StepLimit(bool upper, bool up) {
+  if (!data_.spectrum || opening_.Busy()) return;
+  model::Spectrum2D& s = session_.document.spectrum;
+  float u = s.UpperLimit / fullScale_, l = s.LowerLimit / fullScale_;
+  const bool stepped = upper ? display::StepUpperLimit(up, u, l) : display::StepLowerLimit(up, u, l);
+  if (!stepped) {
+    for (QToolButton* b : findChildren<QToolButton*>()) b->setDown(false);  // ends a held arrow
+    return;
+  }
+  view_->StopTracing();
+  s.UpperLimit = u * fullScale_;
+  s.LowerLimit = l * fullScale_;
+  ShowLimits();
+  if (!upper && !up && l < 1e-6f)
+    lowerEdit_->setText(QString::fromStdString(display::FormatLimit(l, display::kScientificLowerDown)));
+  view_->LevelsChanged();
+}
+
+void MainWindow::EnterLimit(bool upper) {
+  if (!data_.spectrum || opening_.Busy()) return;
+  model::Spectrum2D& s = session_.document.spectrum;
+  float u = s.UpperLimit / fullScale_, l = s.LowerLimit / fullScale_;
+  const std::string text = (upper ? upperEdit_ : lowerEdit_)->text().toStdString();
+  const bool stored = upper ? display::EnterUpperLimit(text, u, l) : display::EnterLowerLimit(text, u, l);
+  if (stored) {
+    view_->StopTracing();
+    s.UpperLimit = u * fullScale_;
+    s.LowerLimit = l * fullScale_;
+    view_->LevelsChanged();
+  }
+  ShowLimits();
+}
+
+void MainWindow::FullView() {
+  if (!data_.spectrum || opening_.Busy()) return;
+  display::ShowFullSpectrum(data_.state, *data_.spectrum);
+  view_->WindowChanged();
+}
+
+void MainWindow::ZoomOut() {
+  if (!data_.spectrum || opening_.Busy()) return;
+  display::ZoomOut(data_.state, *data_.spectrum);
+  view_->WindowChanged();
+}
+
+void MainWindow::SetEnvironment() {
+  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  EnvironmentDialog dialog(session_.settings2D, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  dialog.Store(session_.settings2D);
+  core::WriteSettings(session_.settings2DFile, session_.settings2D);
+  // The display takes the new grid size and interpolation at once; the steps wait for the next file.
+  const display::ContourSetting kept = data_.setting;
+  ApplySettings();
+  data_.setting.Steps = kept.Steps;
+  data_.setting.Interval = kept.Interval;
+  data_.setting.PowerSpectrum = kept.PowerSpectrum;
+  data_.setting.DisplayMode = kept.DisplayMode;
+  view_->DataChanged();
+}
+
+void MainWindow::ChangeContour() {
+  if (!data_.spectrum || opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  const model::Spectrum2D& s = *data_.spectrum;
+  const int cls = data_.pulseModeClass;
+  const auto altitudes = [this, &s, cls](const display::ContourSetting& setting) {
+    display::LevelTable table;
+    display::BuildLevelTable(table, setting, s.UpperLimit / fullScale_, s.LowerLimit / fullScale_, cls);
+    return table;
+  };
+  // The power display needs quadrants, and a class with a negative side.
+  const bool powerAllowed = (cls == model::VPH_HOMO || cls == model::VPH_HETERO) && !s.II.data.empty();
+  ContourDialog dialog(data_.setting, powerAllowed, altitudes, this);
+  const auto apply = [this](const display::ContourSetting& setting) {
+    const bool newValues = setting.PowerSpectrum != data_.setting.PowerSpectrum;
+    data_.setting = setting;
+    if (newValues) view_->DataChanged();  // another number at every point: grid and projections anew
+    else view_->LevelsChanged();
+  };
+  connect(&dialog, &ContourDialog::preview, this, apply);
+  if (dialog.exec() == QDialog::Accepted) apply(dialog.Setting());
+  core::SetNumber(session_.settings2D, "CONTOUR MODE", data_.setting.Interval);
+}
+
+void MainWindow::ChangeDisplayArea() {
+  if (!data_.spectrum || opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  DisplayAreaDialog dialog(data_.state, *data_.spectrum, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  display::ApplyArea(data_.state, dialog.Area(), *data_.spectrum);
+  view_->WindowChanged();
+}
+
+void MainWindow::SetUpGrid() {
+  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  GridDialog dialog(data_.showGrid, data_.grid, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  data_.showGrid = dialog.Shown();
+  data_.grid = dialog.Grid();
+  core::Settings& s = session_.settings2D;
+  core::SetNumber(s, "DRAW GRID", data_.showGrid ? 1 : 0);
+  core::SetNumber(s, "GRID SETTING MODE", data_.grid.automatic ? 0 : 1);
+  core::SetNumber(s, "F2 GRID INC", data_.grid.stepF2);
+  core::SetNumber(s, "F1 GRID INC", data_.grid.stepF1);
+  view_->Recompose();
+}
+
+void MainWindow::SetSubMode(int subMode) {
+  data_.state.ToolCode = static_cast<std::int16_t>(subMode);
+  if (QAction* a = subModes_->actions().value(subMode)) a->setChecked(true);
+  if (subMode != display::kSlice && (data_.state.SliceF1 >= 0 || data_.state.SliceF2 >= 0)) {
+    data_.state.SliceF1 = data_.state.SliceF2 = -1;
+    view_->Recompose();
+  }
+}
+
+void MainWindow::UpdateRecentMenu() {
+  recentMenu_->clear();
+  for (const std::string& name : core::MakeRecentFileList(session_.settings2D))
+    recentMenu_->addAction(QString::fromStdString(name), this, [this, name] { OpenFile(name); });
+  recentMenu_->setEnabled(!recentMenu_->isEmpty());
+}
+
+// "WINDOW STATE" keeps the place and size of the window as "x,y,width,height,maximized";
+// "ACCESS READ DIR" the folder the file dialog last showed.
+void MainWindow::RestoreGeometry() {
+  const QStringList parts = QString::fromStdString(core::Text(session_.settings2D, "WINDOW STATE")).split(',');
+  if (parts.size() == 5) {
+    const QRect r(parts[0].toInt(), parts[1].toInt(), parts[2].toInt(), parts[3].toInt());
+    if (r.width() >= 480 && r.height() >= 360) setGeometry(r);
+    if (parts[4].toInt() != 0) setWindowState(Qt::WindowMaximized);
+  }
+  prompt_.SetFolder(QString::fromStdString(core::Text(session_.settings2D, "ACCESS READ DIR")));
+}
+
+void MainWindow::NoteGeometry() {
+  const QRect r = normalGeometry();
+  core::Set(session_.settings2D, "WINDOW STATE",
+            QString("%1,%2,%3,%4,%5").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height()).arg(isMaximized() ? 1 : 0)
+                .toStdString());
+  core::Set(session_.settings2D, "ACCESS READ DIR", prompt_.Folder().toStdString());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  // A busy window, or a tool that the user keeps, ends the close at once.
+  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) {
+    event->ignore();
+    return;
+  }
+  NoteGeometry();
+  if (document::Close(session_, *services_) != "END") {
+    event->ignore();
+    return;
+  }
+  ended_ = true;
+  event->accept();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+// A dropped file opens as "Read Data" would; a dropped experiment folder opens its processed
+// spectrum when it has one, else its raw data.
+void MainWindow::dropEvent(QDropEvent* event) {
+  const QList<QUrl> urls = event->mimeData()->urls();
+  if (urls.isEmpty() || !urls.front().isLocalFile()) return;
+  QString path = urls.front().toLocalFile();
+  if (QFileInfo(path).isDir()) {
+    for (const char* inside : {"pdata/1/2rr", "2rr", "ser", "fid"})
+      if (QFileInfo::exists(path + "/" + inside)) {
+        path += QString("/") + inside;
+        break;
+      }
+  }
+  event->acceptProposedAction();
+  OpenFile(path.toStdString());
+}
+
+}  // namespace velk::gui

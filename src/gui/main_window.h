@@ -1,0 +1,101 @@
+#pragma once
+// The main window: the view with its level controls, the menus and shortcuts, the status bar with
+// the cursor's position and the progress of long work, files dropped on it, and the session's
+// start and end.
+#include <QMainWindow>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "document/session.h"
+#include "gui/spectrum_view.h"
+#include "gui/worker.h"
+#include "platform/qt/qt_prompt.h"
+
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QProgressBar;
+class QPushButton;
+class QActionGroup;
+
+namespace velk::gui {
+
+class MainWindow final : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  // The session's folders are given so that tests run in their own.
+  MainWindow(const core::Folders& folders, std::string_view commandLine);
+  ~MainWindow() override;
+
+  // "Read Data" with a name (command line, recent files, a dropped file) or through the dialog.
+  // The file is read on a worker thread; `opened` is emitted when the window shows it.
+  void OpenFile(std::optional<std::string> name = std::nullopt);
+  bool Opening() const { return opening_.Busy(); }
+  bool Ended() const { return ended_; }
+
+  // For the people who test the window: what it shows.
+  const document::Session& Session() const { return session_; }
+  const ViewData& View() const { return data_; }
+  SpectrumView& Picture() { return *view_; }
+  QString UpperText() const;
+  QString LowerText() const;
+  QString CursorText() const;
+
+  void LevelUp() { StepLimit(false, true); }
+  void LevelDown() { StepLimit(false, false); }
+  void FullView();
+  void ZoomOut();
+  void SetSubMode(int subMode);
+  void ChangeContour();
+  void SetEnvironment();
+  void ChangeDisplayArea();
+  void SetUpGrid();
+
+ signals:
+  void opened();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  void BuildMenus();
+  QWidget* BuildLevelControls();
+  void BuildStatusBar();
+  void ApplySettings();
+  void AfterOpening(document::OpenResult result);
+  void ShowData();
+  void DiscardData();
+  void StepLimit(bool upper, bool up);
+  void EnterLimit(bool upper);
+  void ShowLimits();
+  void UpdateRecentMenu();
+  bool Save();
+  void RestoreGeometry();
+  void NoteGeometry();
+  void SetBusy(bool busy, const QString& what);
+
+  document::Session session_;
+  platform::qt::QtPrompt prompt_;
+  std::unique_ptr<platform::Launcher> launcher_;
+  std::unique_ptr<document::SessionServices> services_;
+  ViewData data_;
+  SpectrumView* view_ = nullptr;
+  Worker opening_;
+  float fullScale_ = 1.0f;  // the largest shown value: 100 % of the limits
+  bool ended_ = false;
+  bool snapshotBack_ = false;  // the shown spectrum came back from its snapshot
+
+  QLineEdit* upperEdit_ = nullptr;
+  QLineEdit* lowerEdit_ = nullptr;
+  QLabel* cursorLabel_ = nullptr;
+  QProgressBar* progressBar_ = nullptr;
+  QPushButton* quitButton_ = nullptr;
+  QMenu* recentMenu_ = nullptr;
+  QActionGroup* subModes_ = nullptr;
+};
+
+}  // namespace velk::gui

@@ -1,0 +1,97 @@
+#pragma once
+// The main view: the contour with its axes, the F2 trace above it, the F1 trace beside it and the
+// level bar. The contour is traced on a worker thread into a retained image; the parts around it
+// are composed into a frame; the tool's marks (rubber band, slice cursors) are drawn over the
+// frame at every paint, so that a cursor move never traces again.
+#include <QImage>
+#include <QWidget>
+
+#include "display/axes.h"
+#include "display/contour.h"
+#include "display/page_picture.h"
+#include "display/tools.h"
+#include "display/traces.h"
+#include "gui/worker.h"
+#include "model/spectrum.h"
+
+namespace velk::gui {
+
+// What the view shows; owned by the window, read by the view and its tracing job.
+struct ViewData {
+  const model::Spectrum2D* spectrum = nullptr;  // null: nothing to show
+  int pulseModeClass = 0;
+  display::ContourSetting setting;
+  display::DisplayState state;
+  display::ToolBox tools;
+  std::string captionF2 = "F2 (ppm)", captionF1 = "F1 (ppm)";
+  bool showGrid = false;  // "DRAW GRID"
+  display::GridSetting grid;
+};
+
+class SpectrumView final : public QWidget {
+  Q_OBJECT
+
+ public:
+  SpectrumView(ViewData& data, QWidget* parent = nullptr);
+
+  // New data: projections made again and the grid built anew.
+  void DataChanged();
+  // The levels changed: the contour is traced again from the kept grid.
+  void LevelsChanged();
+  // The window moved: a new grid where the old one cannot serve, then the trace.
+  void WindowChanged();
+  // Slices, grid or captions changed: the frame is composed again around the same contour.
+  void Recompose();
+  // Ends a trace under way, so that the data may change (the limits are read by the trace).
+  void StopTracing() { worker_.Stop(); }
+  // "Quit Drawing": the trace under way ends, and the picture stays as far as it was drawn.
+  void QuitTracing() { worker_.Quit(); }
+  // While the data are being replaced the view shows its last picture and takes no mouse.
+  void SetBusy(bool busy);
+
+  // Where the parts lie, in device pixels, and the device pixels per interface unit.
+  const display::MainViewLayout& Layout() const { return layout_; }
+  double Ratio() const { return devicePixelRatioF(); }
+  // The interface position of a ppm pair on the contour.
+  QPointF PositionOf(double ppmF2, double ppmF1) const;
+  bool Tracing() const { return worker_.Busy(); }
+  const display::LevelTable& Levels() const { return levels_; }
+  const QImage& Frame() const { return frame_; }
+  const QString& CaptionF2() const { return traceCaptionF2_; }
+  const QString& CaptionF1() const { return traceCaptionF1_; }
+
+ signals:
+  void cursorMoved(const QString& reading);
+  void windowMoved();
+  void traced();
+  void tracing(int percent);
+
+ protected:
+  void paintEvent(QPaintEvent*) override;
+  void resizeEvent(QResizeEvent*) override;
+  void mousePressEvent(QMouseEvent*) override;
+  void mouseMoveEvent(QMouseEvent*) override;
+  void mouseReleaseEvent(QMouseEvent*) override;
+  void leaveEvent(QEvent*) override;
+
+ private:
+  enum class Pointing { Press, Move, Release };
+  void Trace(bool reuse);
+  void Compose();
+  void Point(Pointing what, QMouseEvent* event);
+  display::Pointer DevicePointer(QMouseEvent* event) const;
+
+  ViewData& data_;
+  Worker worker_;
+  display::ContourGrid grid_;  // touched only by the tracing job while it runs
+  display::LevelTable levels_;
+  display::Projection projF2_, projF1_;
+  display::MainViewLayout layout_;
+  QImage contour_;  // the retained contour, device pixels
+  QImage frame_;    // contour, axes, traces and level bar, device pixels
+  QString traceCaptionF2_, traceCaptionF1_;
+  bool busy_ = false;
+  bool pendingReuse_ = true;
+};
+
+}  // namespace velk::gui

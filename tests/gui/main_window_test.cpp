@@ -1,0 +1,249 @@
+// The main window driven as a person uses it, on the offscreen platform: open spectra of several
+// makers, read the title, the axes and the level bar, move the levels, draw a rubber band, put a
+// slice cursor on a peak, and close with the question about changed data.
+#include <QComboBox>
+#include <QDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest>
+#include <algorithm>
+#include <cmath>
+
+#include "display/view_navigation.h"
+#include "gui/main_window.h"
+#include "support/corpus.h"
+#include "support/temp_folder.h"
+
+using namespace velk;
+
+namespace {
+
+core::Folders FoldersIn(const test::TempFolder& t) {
+  return {t / "data", t / "config", t / "log", t / "work", t / "program"};
+}
+
+// Opens the file and waits until the window shows it completely traced.
+bool OpenAndWait(gui::MainWindow& w, const std::string& path) {
+  w.OpenFile(path);
+  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.View().state.ContourDirty; },
+                         60000);
+}
+
+bool WaitTraced(gui::MainWindow& w) {
+  return QTest::qWaitFor([&] { return !w.Picture().Tracing() && !w.View().state.ContourDirty; }, 20000);
+}
+
+std::pair<float, float> Range(const std::vector<float>& ppm, int points) {
+  const auto [lo, hi] = std::minmax_element(ppm.begin(), ppm.begin() + points);
+  return {*lo, *hi};
+}
+
+// The step between neighbouring data points of an axis.
+float PointStep(const std::vector<float>& ppm) { return std::abs(ppm[1] - ppm[0]); }
+
+// Answers the next message box with the button of the given text and remembers what it showed.
+struct Answerer {
+  QString title, text;
+  QStringList buttons;
+  void Press(const QString& button) {
+    QTimer::singleShot(0, [this, button] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (!box) return Press(button);
+      title = box->windowTitle();
+      text = box->text();
+      buttons.clear();
+      for (QAbstractButton* b : box->buttons()) buttons << b->text();
+      for (QAbstractButton* b : box->buttons())
+        if (b->text() == button) b->click();
+    });
+  }
+};
+
+}  // namespace
+
+class MainWindowTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  // The cyclosporin HSQC as the vendor processed it: phase-sensitive, both signs contoured.
+  void BrukerHsqcAsAPersonUsesIt() {
+    test::TempFolder folders;
+    gui::MainWindow w(FoldersIn(folders), "");
+    w.resize(1200, 900);
+    w.show();
+    QVERIFY(QTest::qWaitForWindowActive(&w));
+    const std::string path = test::CorpusPath("bruker/cyclosporin_hsqc/3/pdata/1/2rr").string();
+    QVERIFY(OpenAndWait(w, path));
+    QCOMPARE(w.windowTitle(), QString::fromStdString(path + " NMR 2D "));
+
+    const model::Spectrum2D& s = *w.View().spectrum;
+    const display::DisplayState& v = w.View().state;
+    const auto [f2lo, f2hi] = Range(s.ppmF2, s.axis[model::F2].Point);
+    const auto [f1lo, f1hi] = Range(s.ppmF1, s.axis[model::F1].Point);
+    // F2 high ppm at the left, F1 high ppm at the bottom; the whole spectrum is shown.
+    QCOMPARE(v.ViewF2Start, f2hi);
+    QCOMPARE(v.ViewF2End, f2lo);
+    QCOMPARE(v.ViewF1Start, f1lo);
+    QCOMPARE(v.ViewF1End, f1hi);
+    QVERIFY(f2hi > 8 && f2lo < 1 && f1hi > 100);  // a 1H-13C correlation
+
+    // The level bar: sixteen stages, half of them negative, the limits at 100 % and 10 %.
+    QCOMPARE(w.View().setting.Steps, 16);
+    QCOMPARE(w.Picture().Levels().DrawCount, 16);
+    QCOMPARE(w.Picture().Levels().DrawSign[15], -1);
+    QCOMPARE(w.UpperText(), QString("100.0"));
+    QCOMPARE(w.LowerText(), QString("10.0"));
+
+    // Level down lowers the base level by 1.1, level up raises it again; the highest stays.
+    const float upper = s.UpperLimit, lower = s.LowerLimit;
+    QTest::keyClick(&w, Qt::Key_PageDown);
+    QVERIFY(WaitTraced(w));
+    QVERIFY(qFuzzyCompare(s.LowerLimit, lower / 1.1f));
+    QCOMPARE(s.UpperLimit, upper);
+    QCOMPARE(w.LowerText(), QString("9.09091"));
+    QVERIFY(qFuzzyCompare(w.Picture().Levels().Level[14], s.LowerLimit));
+    QVERIFY(qFuzzyCompare(w.Picture().Levels().Level[17], -s.LowerLimit));
+    QTest::keyClick(&w, Qt::Key_PageUp);
+    QVERIFY(WaitTraced(w));
+    QCOMPARE(w.LowerText(), QString("10.0"));
+
+    // "Change Contour": a preview of 8 stages draws 8 levels, "Cancel" brings the 16 back.
+    QTimer::singleShot(0, [&w] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      QVERIFY(dialog && dialog->windowTitle() == "Change Contour");
+      auto* steps = dialog->findChildren<QComboBox*>().front();
+      steps->setCurrentIndex(steps->findData(8));
+      for (QAbstractButton* b : dialog->findChildren<QAbstractButton*>())
+        if (b->text() == "Preview") b->click();
+      QVERIFY(WaitTraced(w));
+      QCOMPARE(w.Picture().Levels().DrawCount, 8);
+      qobject_cast<QDialog*>(dialog)->reject();
+    });
+    w.ChangeContour();
+    QVERIFY(WaitTraced(w));
+    QCOMPARE(w.View().setting.Steps, 16);
+    QCOMPARE(w.Picture().Levels().DrawCount, 16);
+    w.activateWindow();  // the offscreen platform has no window manager to do it after a dialog
+    QVERIFY(QTest::qWaitForWindowActive(&w));
+
+    // A rubber band from one ppm pair to another shows that window, to the data point.
+    gui::SpectrumView& view = w.Picture();
+    const QPointF from = view.PositionOf(2.5, 15.0), to = view.PositionOf(1.0, 45.0);
+    QTest::mousePress(&view, Qt::LeftButton, {}, from.toPoint());
+    QTest::mouseMove(&view, ((from + to) / 2).toPoint());
+    QTest::mouseMove(&view, to.toPoint());
+    QTest::mouseRelease(&view, Qt::LeftButton, {}, to.toPoint());
+    QVERIFY(WaitTraced(w));
+    const float stepF2 = PointStep(s.ppmF2) * 1.01f, stepF1 = PointStep(s.ppmF1) * 1.01f;
+    QVERIFY2(std::abs(v.ViewF2Start - 2.5f) <= stepF2, std::to_string(v.ViewF2Start).c_str());
+    QVERIFY2(std::abs(v.ViewF2End - 1.0f) <= stepF2, std::to_string(v.ViewF2End).c_str());
+    QVERIFY2(std::abs(v.ViewF1Start - 15.0f) <= stepF1, std::to_string(v.ViewF1Start).c_str());
+    QVERIFY2(std::abs(v.ViewF1End - 45.0f) <= stepF1, std::to_string(v.ViewF1End).c_str());
+    for (float end : {v.ViewF2Start, v.ViewF2End})
+      QVERIFY(std::find(s.ppmF2.begin(), s.ppmF2.end(), end) != s.ppmF2.end());
+
+    // A slice cursor on a point: the F2 panel shows the row, the F1 panel the column under it,
+    // and the status bar reads the value there.
+    w.SetSubMode(display::kSlice);
+    const QPoint at = view.PositionOf(1.8, 30.0).toPoint();
+    QTest::mouseClick(&view, Qt::LeftButton, {}, at);
+    const int row = v.SliceF1, col = v.SliceF2;
+    QVERIFY(row >= 0 && col >= 0);
+    QVERIFY(std::abs(s.ppmF1[row] - 30.0f) <= stepF1 * 2 && std::abs(s.ppmF2[col] - 1.8f) <= stepF2 * 2);
+    QVERIFY(view.CaptionF2().startsWith("Slice(F2) at ") && view.CaptionF1().startsWith("Slice(F1) at "));
+    QCOMPARE(view.CaptionF2().mid(13).toDouble(), std::round(s.ppmF1[row] * 1000.0) / 1000.0);
+    QVERIFY(w.CursorText().contains(QString::number(s.RR.at(col, row), 'g', 4)));
+
+    // Full view and zoom out come back to the whole spectrum.
+    QTest::keyClick(&w, Qt::Key_Home);
+    QVERIFY(WaitTraced(w));
+    QCOMPARE(v.ViewF2Start, f2hi);
+    QCOMPARE(v.ViewF1End, f1hi);
+
+    // "Change Display Area" with "Exchange" on F2 turns the picture round, not the data.
+    const std::vector<float> ppmBefore = s.ppmF2;
+    const float valueBefore = s.RR.at(100, 200);
+    QTimer::singleShot(0, [] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      QVERIFY(dialog && dialog->windowTitle() == "Change Display Area");
+      dialog->findChild<QPushButton*>("exchangeF2")->click();
+      qobject_cast<QDialog*>(dialog)->accept();
+    });
+    w.ChangeDisplayArea();
+    QVERIFY(WaitTraced(w));
+    // The dialog shows four decimals of a ppm.
+    QVERIFY(std::abs(v.ViewF2Start - f2lo) < 1e-4f && std::abs(v.ViewF2End - f2hi) < 1e-4f);
+    QVERIFY(std::abs(v.ViewF1Start - f1lo) < 1e-4f && std::abs(v.ViewF1End - f1hi) < 1e-4f);
+    QVERIFY(s.ppmF2 == ppmBefore && s.RR.at(100, 200) == valueBefore);
+    const QPointF low = view.PositionOf(1.0, 50.0), high = view.PositionOf(8.0, 50.0);
+    QVERIFY(low.x() < high.x());
+
+    // Close asks about the data; Cancel keeps the window, "Do not Save" ends it.
+    Answerer answer;
+    answer.Press("Cancel");
+    QVERIFY(!w.close());
+    QCOMPARE(answer.title, QString("Exit 2D NMR"));
+    QCOMPARE(answer.text, QString("Data has been Changed."));
+    QCOMPARE(answer.buttons, (QStringList{"Do not Save", "Save", "Cancel"}));
+    QVERIFY(w.isVisible());
+    answer.Press("Do not Save");
+    QVERIFY(w.close());
+    QVERIFY(w.Ended());
+  }
+
+  // A JCAMP-DX 2D spectrum, a JEOL HSQC and the example's raw COSY (both transformed on opening)
+  // open the same way, and the next run remembers them.
+  void OtherFormatsOpen() {
+    test::TempFolder folders;
+    gui::MainWindow w(FoldersIn(folders), "");
+    w.resize(900, 700);
+    w.show();
+    const std::string jcamp = test::CorpusPath("jcamp/Rutin_3080ug200uL_DMSOd6_HSQC_400MHz_JDX.jdx").string();
+    QVERIFY(OpenAndWait(w, jcamp));
+    QCOMPARE(w.windowTitle(), QString::fromStdString(jcamp + " NMR 2D "));
+    QVERIFY(w.View().state.ViewF2Start > w.View().state.ViewF2End);
+    QVERIFY(w.Picture().Levels().DrawCount >= 8);
+
+    // "Quit" while the example's raw COSY is transformed: the JCAMP-DX spectrum comes back.
+    const std::string cosy = std::string(VELK_SOURCE_DIR) + "/examples/cosy/ser";
+    const float f1High = w.View().state.ViewF1End;
+    QTimer::singleShot(0, [&w] { w.findChild<QPushButton*>("quit")->click(); });
+    QVERIFY(OpenAndWait(w, cosy));
+    QCOMPARE(w.windowTitle(), QString::fromStdString(jcamp + " NMR 2D "));
+    QCOMPARE(w.View().state.ViewF1End, f1High);
+
+    // JEOL's 2D data in the corpus are raw: the HSQC is transformed on opening, 13C along F1.
+    const std::string jeol = test::CorpusPath("jeol/Rutin_3080ug200uL_DMSOd6_HSQC_400MHz_Jeol.jdf").string();
+    QVERIFY(OpenAndWait(w, jeol));
+    QCOMPARE(w.windowTitle(), QString::fromStdString(jeol + " NMR 2D "));
+    QVERIFY(w.View().captionF1.find("13C") != std::string::npos);
+
+    // The transformed HSQC is not saved: "Read Data" asks first, from its worker thread, and the
+    // question comes up on the interface thread.
+    Answerer first;
+    first.Press("Do not Save");
+    QVERIFY(OpenAndWait(w, cosy));
+    QCOMPARE(first.title, QString("Caution!"));
+    QCOMPARE(first.text, QString("Data has been Changed"));
+    QCOMPARE(w.windowTitle(), QString::fromStdString(cosy + " NMR 2D "));
+    const model::Spectrum2D& s = *w.View().spectrum;
+    const auto [f2lo, f2hi] = Range(s.ppmF2, s.axis[model::F2].Point);
+    QVERIFY(f2hi > 8 && f2lo < 1);  // a proton axis
+    QVERIFY(document::Modified(w.Session().document));  // a fresh transform is not saved yet
+    QCOMPARE(w.Session().settings2D.lists.at("RECENT FILE").front(), cosy);
+
+    // What the window was like comes back with the next run: its size and the recent files.
+    w.resize(1000, 640);
+    Answerer answer;
+    answer.Press("Do not Save");
+    QVERIFY(w.close());
+    gui::MainWindow next(FoldersIn(folders), "");
+    QCOMPARE(next.size(), QSize(1000, 640));
+    const std::vector<std::string>& recent = next.Session().settings2D.lists.at("RECENT FILE");
+    QCOMPARE(recent, (std::vector<std::string>{cosy, jeol, jcamp}));
+  }
+};
+
+QTEST_MAIN(MainWindowTest)
+#include "main_window_test.moc"
