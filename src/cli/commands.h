@@ -14,5 +14,7 @@ void AddPageCommand(CLI::App& app, int& status);
 #endif
 void AddProcessCommand(CLI::App& app, int& status);
 void AddPeaksCommand(CLI::App& app, int& status);
+// phase, baseline, symmetrize, invert, exchange, reference.
+void AddOperationCommands(CLI::App& app, int& status);
 
 }  // namespace velk::cli

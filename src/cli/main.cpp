@@ -18,6 +18,7 @@ int main(int argc, char** argv) {
 #endif
   velk::cli::AddProcessCommand(app, status);
   velk::cli::AddPeaksCommand(app, status);
+  velk::cli::AddOperationCommands(app, status);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

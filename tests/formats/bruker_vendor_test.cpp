@@ -7,77 +7,14 @@
 #include <cmath>
 #include <numbers>
 
-#include "formats/bruker_sets.h"
+#include "formats/bruker_vendor.h"
 #include "processing/sequence.h"
-#include "support/corpus.h"
 
 namespace velk::test {
 namespace {
 
-namespace fs = std::filesystem;
 using model::F1;
 using model::F2;
-
-struct Peak {
-  std::int32_t column = 0, row = 0;
-  float height = 0;
-};
-
-// Points higher than their eight neighbours, highest first.
-template <class Height>
-std::vector<Peak> LocalMaxima(std::int32_t columns, std::int32_t rows, Height height) {
-  std::vector<Peak> peaks;
-  for (std::int32_t r = 1; r + 1 < rows; ++r)
-    for (std::int32_t c = 1; c + 1 < columns; ++c) {
-      const float h = height(c, r);
-      bool highest = true;
-      for (int dr = -1; dr <= 1 && highest; ++dr)
-        for (int dc = -1; dc <= 1 && highest; ++dc)
-          if ((dr || dc) && height(c + dc, r + dr) >= h) highest = false;
-      if (highest) peaks.push_back({c, r, h});
-    }
-  std::sort(peaks.begin(), peaks.end(), [](const Peak& a, const Peak& b) { return a.height > b.height; });
-  return peaks;
-}
-
-double Ppm(const model::Spectrum2D& s, int axis, double index) {
-  return s.extras[axis].ppmFirst + index * s.extras[axis].ppmStep;
-}
-
-std::int32_t IndexOf(const model::Spectrum2D& s, int axis, double ppm) {
-  return static_cast<std::int32_t>(std::lrint((ppm - s.extras[axis].ppmFirst) / s.extras[axis].ppmStep));
-}
-
-struct Processed {
-  model::Spectrum2D vendor, ours;
-  bool phaseSensitive = false;
-  std::vector<Peak> vendorPeaks;  // the 20 strongest
-};
-
-// The raw set as read (class as preselected) and transformed with default settings, zero filled to
-// the vendor's size where that is larger.
-Processed Process(const std::string& set) {
-  Processed t;
-  ScriptedPrompt prompt;
-  const fs::path folder = CorpusPath("bruker/" + set);
-  const auto vendor = Read(folder / "pdata/1/2rr", t.vendor, prompt);
-  EXPECT_TRUE(vendor.outcome.ok()) << vendor.outcome.message.text;
-  const auto raw = Read(folder / "ser", t.ours, prompt);
-  EXPECT_TRUE(raw.outcome.ok()) << raw.outcome.message.text;
-  const int pulseModeClass = raw.words.pulseModeClass;
-  t.phaseSensitive = model::IsPhaseSensitive(pulseModeClass);
-  processing::SequenceSettings settings = processing::MakeSequenceSettings(t.ours, pulseModeClass, model::kBruker);
-  for (model::Axis a : {F1, F2})
-    while (processing::CurrentSize(settings.axis[a]) < t.vendor.axis[a].Point)
-      EXPECT_TRUE(processing::ZeroFill(t.ours, settings, a).ok());
-  platform::NoProgress progress;
-  std::vector<std::string> list;
-  EXPECT_EQ(processing::Execute2DFft(t.ours, settings, {progress, list}).code, 0) << set;
-  t.vendorPeaks = LocalMaxima(t.vendor.axis[F2].Point, t.vendor.axis[F1].Point,
-                              [&](int c, int r) { return std::fabs(t.vendor.RR.at(c, r)); });
-  t.vendorPeaks.resize(std::min<std::size_t>(t.vendorPeaks.size(), 20));
-  return t;
-}
 
 // How many of the vendor's strongest peaks have one of ours (above 1 % of our highest) within 1.5
 // vendor points on both axes. Phase-sensitive spectra are compared by their hypercomplex modulus.

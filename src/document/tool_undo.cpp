@@ -1,0 +1,109 @@
+#include "document/tool_undo.h"
+
+#include <cstdio>
+#include <system_error>
+
+#include "native/ver4_file.h"
+#include "operations/undo_kinds.h"
+
+namespace velk::document {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string ThreeDigits(int n) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%03d", n);
+  return text;
+}
+
+constexpr int kUndoFileNumbers = 1000;
+
+bool IsToolKind(int kind) {
+  return operations::IsDataFileKind(kind) || kind == operations::kUndoReference2D;
+}
+
+}  // namespace
+
+fs::path SnapshotFiles::Live() const { return folder / ("Temp2Ddata." + runExtension + "001"); }
+fs::path SnapshotFiles::Numbered(int n) const { return folder / ("UnDo2Ddata." + runExtension + ThreeDigits(n)); }
+
+SnapshotFiles SnapshotFilesOf(const core::WorkFiles& run) { return {run.folder, run.RunExtension()}; }
+
+bool WriteLiveSnapshot(const Document& d, const SnapshotFiles& files) {
+  native::WriteOptions options;
+  options.makeFileBackup = false;
+  return native::WriteDataR4(files.Live(), d.spectrum, &d.companionF2, &d.companionF1, d.words,
+                             native::SaveMode::AllPlanes, options)
+      .ok();
+}
+
+bool PushSnapshotUndo(Document& d, const SnapshotFiles& files, int kind, bool previewPending) {
+  std::error_code error;
+  for (int n = 0; n < kUndoFileNumbers; ++n) {
+    const fs::path target = files.Numbered(n);
+    if (fs::exists(target, error)) continue;
+    if (!fs::copy_file(files.Live(), target, error)) break;
+    UndoRecord record;
+    record.Kind = static_cast<std::int16_t>(kind);
+    record.FileName = target;
+    record.PreviewPending = previewPending ? 1 : 0;
+    PushUndo(d.undo, std::move(record));
+    return true;
+  }
+  LoseCleanMark(d.undo);
+  return false;
+}
+
+void PushReferenceUndo(Document& d, const operations::ReferenceValues& before) {
+  UndoRecord record;
+  record.Kind = operations::kUndoReference2D;
+  record.References = {before[model::F1].Reference, static_cast<double>(before[model::F1].RefPoint),
+                       before[model::F2].Reference, static_cast<double>(before[model::F2].RefPoint)};
+  PushUndo(d.undo, std::move(record));
+}
+
+bool UndoToolRecord(Document& d, const SnapshotFiles& files, operations::PhaseMemory& phases,
+                    platform::Prompt& prompt) {
+  const UndoRecord* top = TopUndo(d.undo);
+  if (!top || !IsToolKind(top->Kind)) return false;
+  if (top->Kind == operations::kUndoReference2D) {
+    const auto& v = top->References;
+    operations::ApplyReference(d.spectrum, d.view, static_cast<float>(v[2]), static_cast<std::int32_t>(v[3]),
+                               static_cast<float>(v[0]), static_cast<std::int32_t>(v[1]));
+    PopUndo(d.undo);
+    return true;
+  }
+  std::error_code error;
+  const auto size = fs::file_size(top->FileName, error);
+  if (error || size == 0) return false;
+  fs::remove(files.Live(), error);
+  fs::rename(top->FileName, files.Live(), error);
+  if (error) return false;
+  platform::NoProgress progress;
+  model::ReadContext context{prompt, progress, d.words, nullptr};
+  context.companionF2 = &d.companionF2;
+  context.companionF1 = &d.companionF1;
+  if (!native::ReadDataR4(files.Live(), d.spectrum, context).ok()) return false;
+  phases.StoredPhaseF2_0 = phases.StoredPhaseF2_1 = 0;
+  PopUndo(d.undo);
+  return true;
+}
+
+operations::ToolHost MakeToolHost(Document& d, const SnapshotFiles& files, platform::Prompt& prompt, int threads) {
+  return {d.spectrum,
+          d.view,
+          prompt,
+          d.words.pulseModeClass,
+          threads,
+          [&d, files] { WriteLiveSnapshot(d, files); },
+          [&d, files](operations::UndoKind kind) { PushSnapshotUndo(d, files, kind, false); },
+          [&d](const operations::ReferenceValues& before) { PushReferenceUndo(d, before); },
+          [&d] {
+            if (AtCleanMark(d.undo)) LoseCleanMark(d.undo);
+          },
+          {}};
+}
+
+}  // namespace velk::document

@@ -1,0 +1,44 @@
+#include "operations/symmetrize_tool.h"
+
+#include "operations/messages.h"
+
+namespace velk::operations {
+
+SymmetrizeTool::SymmetrizeTool(ToolHost& host) : Tool(host), backup_(host.spectrum.RR) {
+  host.view.ToolMode = Mode();
+}
+
+std::string_view SymmetrizeTool::FixQuestion() const { return messages::kFixSymmetrization; }
+std::string_view SymmetrizeTool::NotFixable() const { return messages::kSymmetrizationNotFixable; }
+
+void SymmetrizeTool::ShiftStep(int direction, bool f2LowToHighOnScreen) {
+  symShift_ = StepSymShift(symShift_, f2LowToHighOnScreen ? direction : -direction);
+}
+
+void SymmetrizeTool::Preview() {
+  SymmetrizeData(backup_, host_.spectrum, host_.pulseModeClass, symShift_, host_.threads);
+  fixEnabled_ = true;
+  previewPending_ = false;
+}
+
+void SymmetrizeTool::Reset() {
+  host_.spectrum.RR.data = backup_.data;
+  fixEnabled_ = false;
+}
+
+void SymmetrizeTool::Fix() {
+  if (!StartFix(kUndoSymmetrize)) return;
+  host_.spectrum.Modified = 1;
+  FinishFix();
+}
+
+void SymmetrizeTool::Cancel() {
+  Leave();
+  host_.spectrum.RR.data = backup_.data;
+}
+
+bool BeginSymmetrize(ToolHost& host, ActiveTool& active) {
+  return active.OpenOnSnapshot<SymmetrizeTool>(host, display::kSymmetrization);
+}
+
+}  // namespace velk::operations

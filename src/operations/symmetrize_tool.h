@@ -1,0 +1,36 @@
+#pragma once
+// The symmetrization panel (mode 10): the diagonal through the middle of the spectrum, moved in
+// quarter F2 points by the shift buttons, "Preview" to symmetrize RR from the backup, "Fix" to
+// keep it.
+#include "operations/symmetrize.h"
+#include "operations/tool.h"
+
+namespace velk::operations {
+
+class SymmetrizeTool final : public Tool {
+ public:
+  explicit SymmetrizeTool(ToolHost& host);
+
+  std::int16_t Mode() const override { return display::kSymmetrization; }
+  float SymShift() const { return symShift_; }
+  // One press of a shift button; the step's sign follows the direction in which the F2 axis runs
+  // on the screen.
+  void ShiftStep(int direction, bool f2LowToHighOnScreen);
+
+  void Preview() override;
+  void Reset() override;
+  void Fix() override;
+  void Cancel() override;
+
+ private:
+  bool CancelsWithoutAsking() const override { return false; }
+  std::string_view FixQuestion() const override;
+  std::string_view NotFixable() const override;
+
+  model::Plane backup_;
+  float symShift_ = 0;
+};
+
+bool BeginSymmetrize(ToolHost& host, ActiveTool& active);
+
+}  // namespace velk::operations

@@ -1,0 +1,98 @@
+// The tools' undo on the document's stack: each fix leaves its own numbered snapshot file, and
+// each undo consumes one and brings the data back as they were before that fix.
+#include <gtest/gtest.h>
+
+#include "document/tool_undo.h"
+#include "operations/baseline_tool.h"
+#include "operations/reference_tool.h"
+#include "support/scripted_prompt.h"
+#include "support/synthetic_2d.h"
+#include "support/temp_folder.h"
+
+namespace velk::test {
+namespace {
+
+using model::F1;
+using model::F2;
+
+std::vector<float> Data(const model::Plane& p, std::int32_t n2, std::int32_t n1) {
+  std::vector<float> v;
+  for (std::int32_t r = 0; r < n1; ++r) v.insert(v.end(), p.row(r).begin(), p.row(r).begin() + n2);
+  return v;
+}
+
+struct Fixture {
+  TempFolder folder;
+  ScriptedPrompt prompt;
+  document::Document d;
+  document::SnapshotFiles files{folder.path, "0003"};
+  operations::PhaseMemory phases{7, 8, 0, 0, 64, 64};
+  operations::ActiveTool active;
+
+  Fixture() {
+    d.spectrum = *MakeSynthetic2D(128, 128, {{3, 3, 1, 0.1}, {6, 7, -0.5, 0.1}}, 0.01);
+    d.words = {model::MakeTypeCode(2, true, model::kVer4), model::VPH_HOMO, 0};
+  }
+  std::vector<float> RR() const { return Data(d.spectrum.RR, 128, 128); }
+};
+
+TEST(ToolUndo, TwoFixesTwoUndosEachWithItsOwnFile) {
+  Fixture f;
+  operations::ToolHost host = document::MakeToolHost(f.d, f.files, f.prompt, 2);
+  const std::vector<float> original = f.RR();
+
+  ASSERT_TRUE(operations::BeginPhaseCorrection(host, f.active, f.phases, F2));
+  ASSERT_TRUE(std::filesystem::exists(f.files.Live()));
+  auto* phase = static_cast<operations::PhaseTool*>(f.active.tool.get());
+  phase->SetPhase0(90);
+  phase->Preview();
+  phase->Fix();
+  const std::vector<float> phased = f.RR();
+  ASSERT_NE(phased, original);
+  ASSERT_TRUE(operations::BeginBaseCorrection(host, f.active, F1, 2));
+  auto* base = static_cast<operations::BaselineTool*>(f.active.tool.get());
+  base->AddPoint(10);
+  base->Preview();
+  base->Fix();
+  ASSERT_NE(f.RR(), phased);
+  EXPECT_TRUE(std::filesystem::exists(f.folder / "UnDo2Ddata.0003000"));
+  EXPECT_TRUE(std::filesystem::exists(f.folder / "UnDo2Ddata.0003001"));
+  EXPECT_EQ(document::UndoCaption(f.d.undo), "UnDo(F1 Base Line Correction)");
+  EXPECT_TRUE(document::Modified(f.d));
+
+  ASSERT_TRUE(document::UndoToolRecord(f.d, f.files, f.phases, f.prompt));
+  EXPECT_EQ(f.RR(), phased);
+  EXPECT_FALSE(std::filesystem::exists(f.folder / "UnDo2Ddata.0003001"));
+  EXPECT_EQ(document::UndoCaption(f.d.undo), "UnDo(F2 Phase Correction)");
+  EXPECT_EQ(f.phases.StoredPhaseF1_0, 7.0f);  // the F1 pair is left as it is
+  ASSERT_TRUE(document::UndoToolRecord(f.d, f.files, f.phases, f.prompt));
+  EXPECT_EQ(f.RR(), original);
+  EXPECT_FALSE(std::filesystem::exists(f.folder / "UnDo2Ddata.0003000"));
+  EXPECT_EQ(document::UndoCaption(f.d.undo), "UnDo");
+  EXPECT_FALSE(document::Modified(f.d));
+}
+
+TEST(ToolUndo, MissingFileEndsSilentlyAndReferenceComesBack) {
+  Fixture f;
+  operations::ToolHost host = document::MakeToolHost(f.d, f.files, f.prompt);
+  const operations::ReferenceValues before = operations::CurrentReference(f.d.spectrum);
+  ASSERT_TRUE(operations::BeginReference(host, f.active));
+  static_cast<operations::ReferenceTool*>(f.active.tool.get())->SetShift(F2, "4.25");
+  f.active.tool->Fix();
+  EXPECT_EQ(document::UndoCaption(f.d.undo), "UnDo(2D Refernec Setting)");
+  ASSERT_TRUE(document::UndoToolRecord(f.d, f.files, f.phases, f.prompt));
+  EXPECT_EQ(operations::CurrentReference(f.d.spectrum)[F2].Reference, before[F2].Reference);
+  EXPECT_EQ(f.d.undo.records.size(), 0u);
+
+  ASSERT_TRUE(document::WriteLiveSnapshot(f.d, f.files));
+  ASSERT_TRUE(document::PushSnapshotUndo(f.d, f.files, operations::kUndoSymmetrize, false));
+  std::filesystem::remove(f.folder / "UnDo2Ddata.0003000");
+  const std::vector<float> now = f.RR();
+  EXPECT_FALSE(document::UndoToolRecord(f.d, f.files, f.phases, f.prompt));
+  EXPECT_EQ(f.RR(), now);
+  EXPECT_EQ(document::UndoCaption(f.d.undo), "UnDo(Symmetrize)");
+  EXPECT_TRUE(f.prompt.shown.empty());
+}
+
+}  // namespace
+}  // namespace velk::test
