@@ -43,7 +43,7 @@ int WriteAlice(const ConvertOptions& o, const LoadedData& data) {
     std::cerr << "velk2d-cli convert: " << o.out << ": an Alice file holds 1D data only\n";
     return 1;
   }
-  const platform::Outcome outcome = formats::WriteDataALS(o.out, *data.oneD, model::IsProcessed(data.detection.code));
+  const platform::Outcome outcome = formats::alice::WriteDataALS(o.out, *data.oneD, model::IsProcessed(data.detection.code));
   if (!outcome.ok()) {
     std::cerr << "velk2d-cli convert: " << o.out << ": " << outcome.message.text << "\n";
     return 2;

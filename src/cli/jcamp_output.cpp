@@ -34,10 +34,9 @@ platform::Outcome WriteJcampOutput(const std::filesystem::path& out, const Loade
   } else {
     written = "1D";
   }
-  std::string reason;
-  const int code = options.form == "ntuples" ? formats::WriteDataJCAMPDX2(out, *oneD, reason)
-                                             : formats::WriteDataJCAMPDX(out, *oneD, reason);
-  if (code != 0) return {-1, {"", reason}};
+  const platform::Outcome outcome = options.form == "ntuples" ? formats::jcamp::WriteDataJCAMPDX2(out, *oneD)
+                                                              : formats::jcamp::WriteDataJCAMPDX(out, *oneD);
+  if (!outcome.ok()) return {-1, {"", outcome.message.text}};
   written = "JCAMP-DX " + std::string(options.form == "ntuples" ? "NTUPLES" : "XYDATA") + ", " + written;
   return {};
 }

@@ -19,12 +19,12 @@ model::FormatTable Formats() {
       {".VLK2", model::kVer4, native::ReadModeR4, native::Read2DEntryR4, native::Read1DEntryR4},
       {".BRUF", model::kBruker, bruker::ReadModeBruker, bruker::ReadBruker2D, bruker::ReadBruker1D},
       {".BRUD", model::kBruker, bruker::ReadModeBruker, bruker::ReadBruker2D, bruker::ReadBruker1D},
-      DeltaFormatEntry(),
-      AliceFormatEntry(),
-      {".DX", model::kJcamp, ReadModeJcampEntry, ReadJcamp2DEntry, ReadJcamp1DEntry},
-      {".JDX", model::kJcamp, ReadModeJcampEntry, ReadJcamp2DEntry, ReadJcamp1DEntry},
-      {".VARF", model::kVarian, ReadModeVarianFid, ReadVarian2DFid, ReadVarian1DFid},
-      {".VARD", model::kVarian, ReadModeVarianData, ReadVarian2DData, ReadVarian1DData},
+      jeol::DeltaFormatEntry(),
+      alice::AliceFormatEntry(),
+      {".DX", model::kJcamp, jcamp::ReadModeJcampEntry, jcamp::ReadJcamp2DEntry, jcamp::ReadJcamp1DEntry},
+      {".JDX", model::kJcamp, jcamp::ReadModeJcampEntry, jcamp::ReadJcamp2DEntry, jcamp::ReadJcamp1DEntry},
+      {".VARF", model::kVarian, varian::ReadModeVarianFid, varian::ReadVarian2DFid, varian::ReadVarian1DFid},
+      {".VARD", model::kVarian, varian::ReadModeVarianData, varian::ReadVarian2DData, varian::ReadVarian1DData},
   };
   return kEntries;
 }

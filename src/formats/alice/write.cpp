@@ -9,10 +9,9 @@
 #include "formats/alice/messages.h"
 #include "formats/fid_scaling.h"
 
-namespace velk::formats {
+namespace velk::formats::alice {
 namespace {
 
-using namespace alice;
 constexpr auto kLittle = core::ByteOrder::Little;
 
 // Where this writer puts the sections.
@@ -87,4 +86,4 @@ platform::Outcome WriteDataALS(const std::filesystem::path& path, const model::S
   return {};
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::alice

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 namespace {
 
 enum class Kind : std::uint8_t { Other, Separator, Digit, Sign, Dot, Sqz, Dif, Dup, Unknown, Stop };
@@ -259,9 +259,9 @@ std::vector<std::string> EncodeDifDupLines(std::span<const std::int64_t> values,
   return lines;
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 
 bool ReadAsdfTable(TextCursor& cursor, AsdfTable& table) {
   while (!table.Full() && !cursor.AtEnd()) {
@@ -277,4 +277,4 @@ bool ReadAsdfTable(TextCursor& cursor, AsdfTable& table) {
   return true;
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

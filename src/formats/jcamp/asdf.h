@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 
 enum class AsdfForm { End, Absolute, Difference, Duplicate, Unknown, Error };
 
@@ -48,14 +48,14 @@ inline constexpr std::size_t kAsdfLineLength = 80;
 std::vector<std::string> EncodeDifDupLines(std::span<const std::int64_t> values, std::int64_t firstX,
                                            std::int64_t xStep);
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp
 
 #include "formats/text_lines.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 
 // Reads data lines into the table until it is full or a line begins with "#" or "$"; that line
 // is left for the caller. Returns false on a line that does not decode.
 bool ReadAsdfTable(TextCursor& cursor, AsdfTable& table);
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

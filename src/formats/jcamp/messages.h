@@ -1,6 +1,6 @@
 #pragma once
 // The words of the JCAMP-DX reader and writer.
-namespace velk::formats::jcamp_messages {
+namespace velk::formats::jcamp::messages {
 
 inline constexpr const char* kReadTag = "ReadDataJCAMP/RDW1D (";
 inline constexpr const char* kRead2DTag = "ReadDataJCAMP2D/RDW2D (";
@@ -18,6 +18,5 @@ inline constexpr const char* kNot2D = "the file holds no 2D spectrum (##NUMDIM= 
 inline constexpr const char* kTooLarge = "Too Large Data";
 inline constexpr const char* kDataSize = "Data Size is too large!";
 inline constexpr const char* kCannotOpen = "the file cannot be read";
-inline constexpr const char* kCannotWrite = "the file cannot be written";
 
-}  // namespace velk::formats::jcamp_messages
+}  // namespace velk::formats::jcamp::messages

@@ -5,10 +5,9 @@
 #include "core/text.h"
 #include "formats/jeol/common.h"
 
-namespace velk::formats {
+namespace velk::formats::jeol {
 namespace {
 
-using namespace jeol;
 
 std::string Experiment(const std::vector<DeltaRecord>& records) {
   std::string name;
@@ -68,4 +67,4 @@ model::FormatEntry DeltaFormatEntry() {
           }};
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jeol
