@@ -33,7 +33,7 @@ struct Session {
   bool ntuples = false;
   std::vector<double> real, imag;
   std::size_t count = 0;
-  bool haveReal = false;
+  bool haveReal = false, haveImag = false;
   std::optional<double> brukerOffset;
   std::string failure;  // why the file is refused; the labels after it are not read
 
@@ -77,21 +77,46 @@ void EnterBrukerSection(TextCursor& cursor, model::Spectrum1D& s, std::optional<
   }
 }
 
-// Reads one table into the page; the first table sizes both pages.
+// "line 212: " and the reason.
+std::string AtLine(const TextCursor& cursor, std::size_t position, const std::string& reason) {
+  return "line " + std::to_string(LineNumberAt(cursor, position)) + ": " + reason;
+}
+
+// Decodes one table into out, or only counts it when out is empty; false with the reason when it
+// does not hold exactly count values or fails a check.
+bool DecodeTable(TextCursor& cursor, Session& session, std::span<double> out, std::size_t count) {
+  AsdfTable table{out, count};
+  if (count > 1 && session.xFactor != 0)
+    table.xStep = (session.lastX - session.firstX) / static_cast<double>(count - 1) / session.xFactor;
+  std::size_t faultAt = 0;
+  if (!ReadAsdfTable(cursor, table, &faultAt))
+    return session.Fail(AtLine(cursor, faultAt, AsdfFaultText(table.fault, count)));
+  if (table.index != count)
+    return session.Fail(AtLine(cursor, cursor.position,
+                               "the table ends after " + std::to_string(table.index) + " of the " +
+                                   std::to_string(count) + " values that " +
+                                   (session.ntuples ? "##VAR_DIM=" : "##NPOINTS=") + " declares"));
+  return true;
+}
+
+// Reads one table into the page; the first table sizes both pages. The table is counted before
+// anything is allocated for it, so a size the file does not hold costs no memory.
 bool ReadTable(TextCursor& cursor, Session& session, bool imaginaryPage) {
   const std::int64_t count = session.ntuples ? session.complexPoints : session.nPoints;
   if (count < 1) return true;  // a table without its size is skipped
   if (count > kMax1DPoints) return session.Fail(msg::kTooLarge);
   if (session.real.empty()) {
+    TextCursor counting = cursor;
+    if (!DecodeTable(counting, session, {}, static_cast<std::size_t>(count))) return false;
     const std::int64_t size = session.ntuples ? PaddedFidSize(count) : count;
     session.real.assign(static_cast<std::size_t>(size), 0.0);
     session.imag.assign(static_cast<std::size_t>(size), 0.0);
     session.count = static_cast<std::size_t>(count);
   }
   std::vector<double>& page = imaginaryPage ? session.imag : session.real;
-  AsdfTable table{std::span<double>(page).first(std::min(session.count, page.size()))};
-  if (!ReadAsdfTable(cursor, table)) return session.Fail(msg::kBadTable);
-  if (!imaginaryPage) session.haveReal = true;
+  const std::size_t n = std::min(session.count, page.size());
+  if (!DecodeTable(cursor, session, std::span<double>(page).first(n), n)) return false;
+  (imaginaryPage ? session.haveImag : session.haveReal) = true;
   return true;
 }
 
@@ -244,6 +269,7 @@ std::string ReadFile(const std::filesystem::path& file, model::Spectrum1D& s) {
   });
   if (!session.failure.empty()) return session.failure;
   if (!session.haveReal || session.count == 0) return msg::kNoData;
+  if (session.ntuples && !session.haveImag) return msg::kNoImaginary;
   if (!ended) return msg::kTruncated;
   if (!(session.header.observeMHz > 0)) return msg::kNoFrequency;
   ApplyHeader(session.header, s);

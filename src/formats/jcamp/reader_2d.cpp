@@ -27,9 +27,10 @@ struct Session2D {
   std::array<std::string, 2> nuclei;  // F1, F2
   std::array<std::int64_t, 2> points{};
   std::array<double, 2> first{}, last{};
-  double yFactor = 1;
+  double yFactor = 1, f2Factor = 1;
   bool pagesBegun = false;
   std::int64_t pagesRead = 0;
+  bool counting = false;  // the first pass: pages are counted and checked, nothing is stored
   std::string failure;  // why the file is refused; the labels after it are not read
 
   bool Fail(std::string reason) {
@@ -68,16 +69,23 @@ void TakeLabel(const std::string& key, const JcampLabel& label, Session2D& sessi
   } else if (key == "##LAST") {
     session.last = {number(0), number(1)};
   } else if (key == "##FACTOR") {
+    session.f2Factor = JcampNumber(label, 1, 1);
     session.yFactor = JcampNumber(label, 2, 1);
   }
 }
 
+std::string AtLine(const TextCursor& cursor, std::size_t position, const std::string& reason) {
+  return "line " + std::to_string(LineNumberAt(cursor, position)) + ": " + reason;
+}
+
+// The planes, once the counting pass has found every declared value in the file.
 bool Allocate(Session2D& session, model::Spectrum2D& s) {
   if (session.numDim != 2 || !session.symbolsF1F2Y) return session.Fail(msg::kNot2D);
   const auto [n1, n2] = session.points;
   if (n1 < 1 || n2 < 1) return session.Fail(msg::kNoPoints);
   if (n1 > model::kMaxAxisPoints || n2 > model::kMaxAxisPoints || n1 * n2 > kMax2DPoints)
     return session.Fail(msg::kTooLarge);
+  if (session.counting) return true;
   if (model::AllocateSpectrum2D(s, static_cast<std::int32_t>(n2), static_cast<std::int32_t>(n1)) != 0)
     return session.Fail(msg::kDataSize);
   return true;
@@ -87,10 +95,23 @@ bool Allocate(Session2D& session, model::Spectrum2D& s) {
 bool ReadPage(TextCursor& cursor, Session2D& session, std::vector<double>& row, model::Spectrum2D& s) {
   const auto [n1, n2] = session.points;
   const std::int64_t page = session.pagesRead++;
+  if (page >= n1)
+    return session.Fail(AtLine(cursor, cursor.position,
+                               "page " + std::to_string(page + 1) + " is beyond the " + std::to_string(n1) +
+                                   " rows that ##VAR_DIM= declares"));
   std::fill(row.begin(), row.end(), 0.0);
-  AsdfTable table{row};
-  if (!ReadAsdfTable(cursor, table)) return session.Fail(msg::kBadTable);
-  if (page >= n1) return true;
+  AsdfTable table{session.counting ? std::span<double>() : std::span<double>(row), row.size()};
+  if (n2 > 1 && session.f2Factor != 0)
+    table.xStep = (session.last[1] - session.first[1]) / static_cast<double>(n2 - 1) / session.f2Factor;
+  std::size_t faultAt = 0;
+  if (!ReadAsdfTable(cursor, table, &faultAt))
+    return session.Fail(AtLine(cursor, faultAt, "page " + std::to_string(page + 1) + ": " +
+                                                    AsdfFaultText(table.fault, row.size())));
+  if (table.index != row.size())
+    return session.Fail(AtLine(cursor, cursor.position,
+                               "page " + std::to_string(page + 1) + " ends after " + std::to_string(table.index) +
+                                   " of the " + std::to_string(row.size()) + " values that ##VAR_DIM= declares"));
+  if (session.counting) return true;
   const bool f1Turned = session.first[0] > session.last[0];
   const bool f2Turned = session.first[1] > session.last[1];
   const auto r = static_cast<std::int32_t>(f1Turned ? n1 - 1 - page : page);
@@ -122,7 +143,6 @@ void SetAxis(const Session2D& session, int axis, double observeMHz, model::Spect
 
 // Returns the reason when the file is refused.
 std::string Finish(const Session2D& session, const std::filesystem::path& file, model::Spectrum2D& s) {
-  if (session.pagesRead == 0) return msg::kNoData;
   const JcampHeader& h = session.header;
   const double f2MHz = h.observeMHz;
   if (!(f2MHz > 0)) return msg::kNoFrequency;
@@ -153,11 +173,8 @@ std::string Finish(const Session2D& session, const std::filesystem::path& file, 
   return {};
 }
 
-std::string ReadFile2D(const std::filesystem::path& file, model::Spectrum2D& s) {
-  const auto bytes = core::ReadWholeFile(file.string());
-  if (!bytes) return msg::kCannotOpen;
-  TextCursor cursor{*bytes, 0};
-  Session2D session;
+// One pass over the labels and pages; the reason when the file is refused.
+std::string ReadPass(TextCursor cursor, Session2D& session, model::Spectrum2D& s) {
   std::vector<double> row;
   const bool ended = ForEachJcampLabel(cursor, [&](const std::string& key, const JcampLabel& label, const std::string& line) {
     if (TakeHeaderLabel(key, label, line, session.header)) return true;
@@ -175,6 +192,23 @@ std::string ReadFile2D(const std::filesystem::path& file, model::Spectrum2D& s) 
   });
   if (!session.failure.empty()) return session.failure;
   if (!ended) return msg::kTruncated;
+  if (session.pagesRead == 0) return msg::kNoData;
+  if (session.pagesRead != session.points[0])
+    return "the file holds " + std::to_string(session.pagesRead) + " of the " + std::to_string(session.points[0]) +
+           " pages that ##VAR_DIM= declares";
+  return {};
+}
+
+// A counting pass checks every page against the declared sizes before the planes are allocated.
+std::string ReadFile2D(const std::filesystem::path& file, model::Spectrum2D& s) {
+  const auto bytes = core::ReadWholeFile(file.string());
+  if (!bytes) return msg::kCannotOpen;
+  const TextCursor cursor{*bytes, 0};
+  Session2D counted;
+  counted.counting = true;
+  if (std::string reason = ReadPass(cursor, counted, s); !reason.empty()) return reason;
+  Session2D session;
+  if (std::string reason = ReadPass(cursor, session, s); !reason.empty()) return reason;
   return Finish(session, file, s);
 }
 
