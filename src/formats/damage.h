@@ -10,13 +10,10 @@ namespace velk::formats {
 
 inline constexpr const char* kEmptyFile = "the file is empty";
 
-// The first bytes as text and in hex: "begins \"GIF89a..\" (47 49 46 38 39 61 01 00)".
-std::string FirstBytes(core::Bytes bytes, std::size_t count = 8);
-
 // "the file is truncated at byte 1234 of the 5678 that its header declares".
 std::string TruncatedAt(std::uint64_t size, std::uint64_t needed);
 
-// "<what>: the file is 12 bytes long, shorter than its 32-byte header".
+// "the file is 12 bytes long, shorter than its 32-byte header".
 std::string ShorterThanHeader(std::uint64_t size, std::uint64_t header);
 
 }  // namespace velk::formats

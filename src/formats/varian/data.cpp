@@ -72,7 +72,7 @@ platform::Outcome Load(const std::filesystem::path& file, DataFile& data) {
   if (size == 0) return Bad(kEmptyFile);
   if (size < kFileHeader) return Bad(ShorterThanHeader(size, kFileHeader));
   const auto layout = ReadLayout(data.bytes);
-  if (!layout) return Bad(std::string(msg::kBadHeader) + ": it " + FirstBytes(data.bytes, 28));
+  if (!layout) return Bad(std::string(msg::kBadHeader) + ": it " + core::FirstBytes(data.bytes, 28));
   data.layout = *layout;
   data.blocks = BlocksPresent(data.bytes, data.layout);
   if (data.blocks < 1)
