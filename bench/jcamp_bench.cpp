@@ -34,7 +34,7 @@ const std::vector<std::int64_t>& Values() {
 const std::string& DifDupText() {
   static const std::string text = [] {
     std::string t;
-    for (const std::string& line : velk::formats::EncodeDifDupLines(Values(), 0, 1)) t += line + "\n";
+    for (const std::string& line : velk::formats::jcamp::EncodeDifDupLines(Values(), 0, 1)) t += line + "\n";
     return t;
   }();
   return text;
@@ -53,8 +53,8 @@ double DecodeTable() {
   static std::vector<double> out(kPoints);
   const std::string& text = DifDupText();
   velk::formats::TextCursor cursor{velk::core::Bytes(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()), 0};
-  velk::formats::AsdfTable table{out};
-  velk::formats::ReadAsdfTable(cursor, table);
+  velk::formats::jcamp::AsdfTable table{out};
+  velk::formats::jcamp::ReadAsdfTable(cursor, table);
   return out[kPoints - 1];
 }
 

@@ -35,7 +35,7 @@ void ReadLargestDelta2D(benchmark::State& state) {
   velk::model::ReadContext context{prompt, progress, words, nullptr};
   auto spectrum = std::make_unique<velk::model::Spectrum2D>();
   for (auto _ : state) {
-    if (!velk::formats::ReadData2DDelta(LargestDelta(), *spectrum, context).ok()) state.SkipWithError("not read");
+    if (!velk::formats::jeol::ReadData2DDelta(LargestDelta(), *spectrum, context).ok()) state.SkipWithError("not read");
   }
 }
 BENCHMARK(ReadLargestDelta2D)->Unit(benchmark::kMillisecond);

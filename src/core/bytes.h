@@ -1,6 +1,7 @@
 #pragma once
 // Bounds-checked reading and writing of file bytes with an explicit byte order. Every reader goes
 // through these: an offset or size read from a file is never trusted before it is checked here.
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -76,6 +77,22 @@ struct ByteSink {
     std::memcpy(bytes.data() + at, text.data(), std::min(width, text.size()));
   }
 };
+
+// The first bytes as text and in hex, for a message about a file of unknown kind:
+// "begins \"GIF89a..\" (47 49 46 38 39 61 01 00)".
+inline std::string FirstBytes(Bytes bytes, std::size_t count = 8) {
+  const std::size_t n = std::min(count, bytes.size());
+  std::string text, hex;
+  for (std::size_t i = 0; i < n; ++i) {
+    const std::uint8_t b = bytes[i];
+    text += b >= 32 && b < 127 ? static_cast<char>(b) : '.';
+    static constexpr char kDigits[] = "0123456789ABCDEF";
+    if (i > 0) hex += ' ';
+    hex += kDigits[b >> 4];
+    hex += kDigits[b & 15];
+  }
+  return "begins \"" + text + "\" (" + hex + ")";
+}
 
 // Reads a whole file; nothing on failure. Refuses files larger than limit bytes.
 std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::string& path,

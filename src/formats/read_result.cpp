@@ -2,14 +2,12 @@
 
 namespace velk::formats {
 
-platform::Outcome FinishRead(int code, const std::string& reason, const char* tag, const char* title,
-                             const model::DetectedFile& file, model::ReadContext& context) {
-  if (code == 0) {
-    if (context.log) context.log("Read", file.path.string());
-    return {};
-  }
-  if (context.log) context.log(std::string(tag) + std::to_string(code) + ")", file.path.string());
-  return {code, {title, reason}};
+platform::Outcome FinishRead(platform::Outcome outcome, const char* tag, const model::DetectedFile& file,
+                             model::ReadContext& context) {
+  if (!context.log) return outcome;
+  if (outcome.ok()) context.log("Read", file.path.string());
+  else context.log(std::string(tag) + std::to_string(outcome.code) + ")", file.path.string());
+  return outcome;
 }
 
 }  // namespace velk::formats

@@ -1,7 +1,8 @@
 #pragma once
 // How the text and binary readers end: a reader fills a fresh record and replaces the caller's
-// only when everything went well; its failure carries a reason, and the entry of the format table
-// logs the read (or the routine's tag with the code) and turns the result into an Outcome.
+// only when everything went well; every reader returns an Outcome, code 0 or a failure with the
+// reason under the format's title, and the entry of the format table logs the read (or the
+// routine's tag with the code).
 #include <memory>
 #include <new>
 #include <string>
@@ -10,32 +11,30 @@
 
 namespace velk::formats {
 
-// Thrown inside a reader; caught by ReadIntoFresh.
-struct ReadFailure {
-  std::string reason;
-};
-
 inline constexpr const char* kOutOfMemory = "Data Size is too large!";
 
-// Runs body on a fresh record; 0 and the record moved into s, or -1 and the reason.
+// A failure: -1 for a file that cannot be read or is no file of the format, 1 for data refused.
+inline platform::Outcome Refused(const char* title, std::string reason, int code = -1) {
+  return {code, {title, std::move(reason)}};
+}
+
+// Runs body on a fresh record; on success the record is moved into s. An allocation that fails
+// becomes "Data Size is too large!".
 template <class Record, class Body>
-int ReadIntoFresh(Record& s, std::string& reason, Body body) {
+platform::Outcome ReadIntoFresh(Record& s, const char* title, Body body) {
+  platform::Outcome outcome;
   auto fresh = std::make_unique<Record>();
   try {
-    body(*fresh);
-  } catch (const ReadFailure& failure) {
-    reason = failure.reason;
-    return -1;
+    outcome = body(*fresh);
   } catch (const std::bad_alloc&) {
-    reason = kOutOfMemory;
-    return -1;
+    return Refused(title, kOutOfMemory);
   }
-  s = std::move(*fresh);
-  return 0;
+  if (outcome.ok()) s = std::move(*fresh);
+  return outcome;
 }
 
 // Logs "Read" and the file, or the tag ("ReadDataJCAMP/RDW1D (") with the code and ")".
-platform::Outcome FinishRead(int code, const std::string& reason, const char* tag, const char* title,
-                             const model::DetectedFile& file, model::ReadContext& context);
+platform::Outcome FinishRead(platform::Outcome outcome, const char* tag, const model::DetectedFile& file,
+                             model::ReadContext& context);
 
 }  // namespace velk::formats

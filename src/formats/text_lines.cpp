@@ -102,4 +102,14 @@ std::optional<double> ParseNumber(const std::string& text) {
   return value;
 }
 
+std::size_t LineNumberAt(const TextCursor& cursor, std::size_t position) {
+  const core::Bytes bytes = cursor.bytes;
+  position = std::min(position, bytes.size());
+  while (position < bytes.size() && bytes[position] < 32) ++position;
+  std::size_t line = 1;
+  for (std::size_t i = 0; i < position; ++i)
+    if (bytes[i] == '\n' || (bytes[i] == '\r' && (i + 1 >= bytes.size() || bytes[i + 1] != '\n'))) ++line;
+  return line;
+}
+
 }  // namespace velk::formats

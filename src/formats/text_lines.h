@@ -23,6 +23,10 @@ struct TextCursor {
 // The bytes stay Shift-JIS; callers decode text values they keep.
 std::string ReadTextLine(TextCursor& cursor);
 
+// The number (from 1) of the line that holds the first byte at or after position that is no
+// control character: the line a message names.
+std::size_t LineNumberAt(const TextCursor& cursor, std::size_t position);
+
 inline constexpr int kParameterValues = 32;
 using ParameterValues = std::array<std::string, kParameterValues>;
 

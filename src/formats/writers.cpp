@@ -54,9 +54,9 @@ platform::Outcome WriteJcamp(const std::filesystem::path& file, const DataSetRef
   } else {
     written = "1D";
   }
-  std::string reason;
-  const int code = choices.ntuples ? WriteDataJCAMPDX2(file, *oneD, reason) : WriteDataJCAMPDX(file, *oneD, reason);
-  if (code != 0) return {-1, {"", reason}};
+  const platform::Outcome outcome =
+      choices.ntuples ? jcamp::WriteDataJCAMPDX2(file, *oneD) : jcamp::WriteDataJCAMPDX(file, *oneD);
+  if (!outcome.ok()) return outcome;
   written = std::string("JCAMP-DX ") + (choices.ntuples ? "NTUPLES" : "XYDATA") + ", " + written;
   return {};
 }
@@ -65,7 +65,7 @@ platform::Outcome WriteAlice(const std::filesystem::path& file, const DataSetRef
                              std::string& written) {
   if (!data.oneD) return Refused("an Alice file holds 1D data only");
   written = "Alice, 1D";
-  return WriteDataALS(file, *data.oneD, model::IsProcessed(data.words.dataTypeCode));
+  return alice::WriteDataALS(file, *data.oneD, model::IsProcessed(data.words.dataTypeCode));
 }
 
 platform::Outcome WriteNumpy(const std::filesystem::path& file, const DataSetRef& data, const WriteChoices& choices,

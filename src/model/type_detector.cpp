@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "core/bytes.h"
 #include "model/pulse_mode.h"
 
 namespace velk::model {
@@ -168,6 +169,17 @@ int PresetClass(DataTypeCode code, const ModeResult& mode) {
   return ClassifyPulseMode(mode.modeText).pulseModeClass;
 }
 
+// A file whose first bytes name no format: empty, or what it begins with.
+std::string UnknownContents(const fs::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::array<std::uint8_t, 8> head{};
+  in.read(reinterpret_cast<char*>(head.data()), head.size());
+  const auto count = static_cast<std::size_t>(in.gcount());
+  if (count == 0) return in.eof() ? "the file is empty" : "the file cannot be read";
+  return "the contents match no format this program reads: the file " +
+         core::FirstBytes(core::Bytes(head.data(), count));
+}
+
 }  // namespace
 
 int ReadDataMode(const fs::path& path, std::string& typeText) {
@@ -225,7 +237,9 @@ Detection TypeDetector(const fs::path& path, FormatTable formats, const std::vec
                                   [&](const FormatEntry& e) { return e.extensionWord == file.extensionWord; });
   if (entry == formats.end()) {
     d.reason = file.extensionWord.empty() ? "unknown file type"
-                                          : "no reader for files of type " + file.extensionWord + " yet";
+               : file.contentText.empty() || file.contentText == "UNKNOWN"
+                   ? UnknownContents(file.path)
+                   : "no reader for files of type " + file.extensionWord + " yet";
     return d;
   }
   const ModeResult mode = entry->readMode(file);

@@ -1,7 +1,6 @@
 #include "native/backup.h"
 
-#include <cstring>
-
+#include "core/atomic_write.h"
 #include "native/messages.h"
 
 namespace velk::native {
@@ -25,6 +24,10 @@ platform::Outcome Failure(const std::error_code& error, const fs::path& file) {
 
 }  // namespace
 
+// The target stays where it is while the new file is written: the ".$" generation is a second
+// name of the same file (a copy where the file system has no hard links), and the finished file
+// is renamed over the target. The target name therefore always holds the old or the whole new
+// file, even when the process is killed half way.
 platform::Outcome ReplaceWithBackup(const fs::path& target, bool keepBackup,
                                     const std::function<platform::Outcome(const fs::path&)>& write) {
   const BackupNames names = BackupNamesOf(target);
@@ -35,23 +38,31 @@ platform::Outcome ReplaceWithBackup(const fs::path& target, bool keepBackup,
     fs::rename(names.first, names.second, error);
     if (error) return Failure(error, names.second);
   }
+  const auto restore = [&] {
+    std::error_code ignored;
+    if (replacing) fs::remove(names.first, ignored);
+    if (hadFirst) fs::rename(names.second, names.first, ignored);
+  };
   if (replacing) {
-    fs::rename(target, names.first, error);
+    fs::create_hard_link(target, names.first, error);
+    if (error) fs::copy_file(target, names.first, fs::copy_options::overwrite_existing, error);
     if (error) {
-      if (hadFirst) fs::rename(names.second, names.first, error);
+      restore();
       return Failure(error, names.first);
     }
   }
-  platform::Outcome outcome = write(target);
-  if (!outcome.ok()) {
-    fs::remove(target, error);
-    if (replacing) fs::rename(names.first, target, error);
-    if (hadFirst) fs::rename(names.second, names.first, error);
-    return outcome;
+  platform::Outcome written;
+  const platform::Outcome saved = core::WriteAtomically(target, [&](const fs::path& temporary) {
+    written = write(temporary);
+    return written.ok() ? std::string() : written.message.text;
+  });
+  if (!saved.ok()) {
+    restore();
+    return written.ok() ? platform::Outcome{-1, messages::Error(messages::kWriteTag, saved.message.text)} : written;
   }
   if (hadFirst) fs::remove(names.second, error);
   if (replacing && !keepBackup) fs::remove(names.first, error);
-  return outcome;
+  return saved;
 }
 
 }  // namespace velk::native

@@ -168,7 +168,7 @@ model::ModeResult ReadModeR4(const model::DetectedFile& file) {
   in.read(reinterpret_cast<char*>(header.data()), static_cast<std::streamsize>(header.size()));
   header.resize(static_cast<std::size_t>(in.gcount()));
   if (VersionOf(header) == Version::None) {
-    result.reason = "not a Ver.4 file";
+    result.reason = header.empty() ? "the file is empty" : "not a Ver.4 file: the file " + core::FirstBytes(header);
     return result;
   }
   const Entry twoD = ReadEntry(header, k2DEntryAt);

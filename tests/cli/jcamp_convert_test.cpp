@@ -30,10 +30,10 @@ TEST(ConvertJcamp, OneDimensionalSetsAndTracesOf2DSets) {
   ASSERT_EQ(trace.exitStatus, 0) << trace.err;
   model::Spectrum2D s;
   model::Spectrum1D expected, back;
-  std::string reason;
-  ASSERT_EQ(formats::ReadDataJCAMP2D(hsqcPath, s, reason), 0);
+  platform::Outcome o;
+  ASSERT_EQ((o = formats::jcamp::ReadDataJCAMP2D(hsqcPath, s)).code, 0);
   ASSERT_EQ(model::TraceAsSpectrum1D(s, model::F1, 1500, expected), 0);
-  ASSERT_EQ(formats::ReadDataJCAMP(folder / "t.jdx", back, reason), 0) << reason;
+  ASSERT_EQ((o = formats::jcamp::ReadDataJCAMP(folder / "t.jdx", back)).code, 0) << o.message.text;
   ASSERT_EQ(back.params.POINT, 2048);
   float largest = 0.1f;
   for (std::int32_t i = 0; i < 2048; ++i) largest = std::max(largest, std::fabs(expected.re[i]));

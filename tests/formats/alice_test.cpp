@@ -13,7 +13,7 @@
 #include "support/scripted_prompt.h"
 #include "support/temp_folder.h"
 
-namespace velk::formats {
+namespace velk::formats::alice {
 namespace {
 
 struct Context {
@@ -147,7 +147,7 @@ TEST(Alice, VersionMarksAndPointCountsDecideWhetherAFileIsRead) {
   }
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::alice
 
 namespace velk::test {
 

@@ -60,6 +60,13 @@ TEST(BrukerParameters, AcqusKeysIgnoreCaseAndArraysContinueOverLines) {
   EXPECT_EQ(s.params.DATIM, "02/Jan/1970  01:01:01");
   EXPECT_EQ(s.params.EXMOD, "hsqcetgp");
   EXPECT_DOUBLE_EQ(s.vendor.groupDelay, 67.75);
+  // The largest 64-bit integer rounds up to 2^63 as a double, which no 64-bit integer holds.
+  for (const char* date : {"9223372036854775807", "-9223372036854775809", "1e300"}) {
+    model::Spectrum1D d;
+    ASSERT_EQ(formats::bruker::ReadParaBru(folder.Write("acqus", F2Acqus(1000, std::string("##$DATE= ") + date + "\n")), d,
+                                           state), 0) << date;
+    EXPECT_EQ(d.params.DATIM, "") << date;
+  }
 }
 
 TEST(BrukerParameters, OneDimensionalRefusals) {

@@ -4,7 +4,7 @@
 
 #include "formats/jcamp/asdf.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 namespace {
 
 std::vector<double> Decode(const std::vector<std::string>& lines, std::size_t count, bool* ok = nullptr) {
@@ -84,4 +84,4 @@ TEST(Asdf, EncodedLinesStayWithin80CharactersAndDecodeExactly) {
   EXPECT_GT(fullLines, 0u);
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

@@ -14,13 +14,13 @@
 #include "support/scripted_prompt.h"
 #include "support/temp_folder.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 namespace {
 
 std::unique_ptr<model::Spectrum1D> Read1D(const std::string& corpusFile) {
   auto s = std::make_unique<model::Spectrum1D>();
-  std::string reason;
-  EXPECT_EQ(ReadDataJCAMP(test::CorpusPath(corpusFile), *s, reason), 0) << corpusFile << ": " << reason;
+  platform::Outcome o;
+  EXPECT_EQ((o = ReadDataJCAMP(test::CorpusPath(corpusFile), *s)).code, 0) << corpusFile << ": " << o.message.text;
   return s;
 }
 
@@ -81,8 +81,8 @@ TEST(JcampReader, NtuplesSpectrumDecodesToTheValuesItsHeaderStates) {
   text.erase(text.find("##.SHIFT REFERENCE"), 2);
   test::TempFolder folder;
   model::Spectrum1D older;
-  std::string reason;
-  ASSERT_EQ(ReadDataJCAMP(folder.Write("older.dx", text), older, reason), 0) << reason;
+  platform::Outcome o;
+  ASSERT_EQ((o = ReadDataJCAMP(folder.Write("older.dx", text), older)).code, 0) << o.message.text;
   EXPECT_NEAR(older.axisPpm[n - 1], 15.47866, 1e-6);
 }
 
@@ -137,9 +137,9 @@ TEST(JcampReader, FidPagesBecomeAScaledPowerOfTwoFid) {
 // MestReNova's 2D export: one page per F1 row, both axes descending in the file.
 TEST(JcampReader2D, NdSpectrumFillsTheRealPlaneWithBothAxes) {
   model::Spectrum2D s;
-  std::string reason;
-  ASSERT_EQ(ReadDataJCAMP2D(test::CorpusPath("jcamp/Rutin_3080ug200uL_DMSOd6_COSY_400MHz_JDX.jdx"), s, reason), 0)
-      << reason;
+  platform::Outcome o;
+  ASSERT_EQ((o = ReadDataJCAMP2D(test::CorpusPath("jcamp/Rutin_3080ug200uL_DMSOd6_COSY_400MHz_JDX.jdx"), s)).code, 0)
+      << o.message.text;
   ASSERT_EQ(s.axis[model::F1].Point, 512);
   ASSERT_EQ(s.axis[model::F2].Point, 6554);
   float largest = -1, smallest = 1;
@@ -152,12 +152,12 @@ TEST(JcampReader2D, NdSpectrumFillsTheRealPlaneWithBothAxes) {
   EXPECT_NEAR(s.ppmF2[6553], 4199.62 / 399.782198, 1e-3);
   EXPECT_NEAR(s.ppmF1[0], -200.051 / 399.782198, 1e-3);
 
-  ASSERT_EQ(ReadDataJCAMP2D(test::CorpusPath("jcamp/Rutin_3080ug200uL_DMSOd6_HSQC_400MHz_JDX.jdx"), s, reason), 0);
+  ASSERT_EQ((o = ReadDataJCAMP2D(test::CorpusPath("jcamp/Rutin_3080ug200uL_DMSOd6_HSQC_400MHz_JDX.jdx"), s)).code, 0);
   EXPECT_EQ(s.extras[model::F1].nucleus, "13C");
   EXPECT_NEAR(s.extras[model::F1].absFreqCenter, 100.5253, 1e-3);
   EXPECT_NEAR(s.ppmF1[2047], 17094.6 / 100.5253, 0.05);
   // A 1D file is no 2D spectrum.
-  EXPECT_EQ(ReadDataJCAMP2D(test::CorpusPath("jcamp/aspirin-1h.dx"), s, reason), -1);
+  EXPECT_EQ((o = ReadDataJCAMP2D(test::CorpusPath("jcamp/aspirin-1h.dx"), s)).code, -1);
   EXPECT_EQ(s.axis[model::F1].Point, 2048);  // the record is left as it was
 }
 
@@ -170,9 +170,9 @@ TEST(JcampReader, DamagedAndTruncatedFilesFailCleanly) {
   const std::size_t end = text.rfind("##END=");
   test::TempFolder folder;
   model::Spectrum1D s;
-  std::string reason;
+  platform::Outcome o;
   for (std::size_t cut = 0; cut < end; cut += 997) {
-    ASSERT_EQ(ReadDataJCAMP(folder.Write("cut.dx", text.substr(0, cut)), s, reason), -1) << cut;
+    ASSERT_EQ(ReadDataJCAMP(folder.Write("cut.dx", text.substr(0, cut)), s).code, -1) << cut;
   }
   std::string damaged = text;
   damaged[text.find("##DATA TABLE= (X++(I..I))") + 40] = '!';
@@ -191,10 +191,10 @@ TEST(JcampReader, DamagedAndTruncatedFilesFailCleanly) {
   // Huge declared sizes are refused before anything is allocated.
   const std::string huge = "##JCAMP-DX= 5.01\n##DATA TYPE= NMR SPECTRUM\n##.OBSERVE FREQUENCY= 400\n"
                            "##NPOINTS= 999999999999\n##XYDATA= (X++(Y..Y))\n0 @s99999999\n##END=\n";
-  EXPECT_EQ(ReadDataJCAMP(folder.Write("huge.dx", huge), s, reason), -1);
+  EXPECT_EQ((o = ReadDataJCAMP(folder.Write("huge.dx", huge), s)).code, -1);
   // Without its label a file is none of ours; with it but of another data type, refused too.
   EXPECT_EQ(ReadModeJCAMP(folder.Write("plain.dx", "##TITLE= x\n##END=\n")).code, 1);
   EXPECT_EQ(ReadModeJCAMP(folder.Write("ir.dx", "##JCAMPDX= 5.01\n##DATA TYPE= INFRARED SPECTRUM\n##END=\n")).code, 1);
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

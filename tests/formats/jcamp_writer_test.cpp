@@ -10,7 +10,7 @@
 #include "support/corpus.h"
 #include "support/temp_folder.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 namespace {
 
 // Three Lorentzian lines (absorption and dispersion), one negative, over a flat baseline.
@@ -50,8 +50,8 @@ std::string Text(const std::filesystem::path& file) {
 
 void ExpectReadsBack(const model::Spectrum1D& written, const std::filesystem::path& file, bool withImaginary) {
   model::Spectrum1D back;
-  std::string reason;
-  ASSERT_EQ(ReadDataJCAMP(file, back, reason), 0) << reason;
+  platform::Outcome o;
+  ASSERT_EQ((o = ReadDataJCAMP(file, back)).code, 0) << o.message.text;
   const std::int32_t n = written.params.POINT;
   ASSERT_EQ(back.params.POINT, n);
   const auto resolution = [&](std::span<const float> v) {
@@ -81,8 +81,8 @@ void ExpectReadsBack(const model::Spectrum1D& written, const std::filesystem::pa
 TEST(JcampWriter, XydataAndNtuplesReadBackWithinTheYFactor) {
   test::TempFolder folder;
   const model::Spectrum1D s = Synthetic(16384);
-  std::string reason;
-  ASSERT_EQ(WriteDataJCAMPDX(folder / "s.jdx", s, reason), 0) << reason;
+  platform::Outcome o;
+  ASSERT_EQ((o = WriteDataJCAMPDX(folder / "s.jdx", s)).code, 0) << o.message.text;
   const std::string text = Text(folder / "s.jdx");
   // The labels that this program's files have always carried, spelled as they were.
   for (const char* label : {"##ORGIN= NOT SPECIFIED", "##.ACQUISITION NODE= SIMULTANEOUS", "##$EXMOD=\tsingle_pulse",
@@ -92,7 +92,7 @@ TEST(JcampWriter, XydataAndNtuplesReadBackWithinTheYFactor) {
   EXPECT_LT(text.find("##$DTYPE="), text.find("##$DUMMY="));
   ExpectReadsBack(s, folder / "s.jdx", false);
 
-  ASSERT_EQ(WriteDataJCAMPDX2(folder / "s2.dx", s, reason), 0) << reason;
+  ASSERT_EQ((o = WriteDataJCAMPDX2(folder / "s2.dx", s)).code, 0) << o.message.text;
   EXPECT_NE(Text(folder / "s2.dx").find("##DATA TABLE= (X++(I..I)), XYDATA"), std::string::npos);
   ExpectReadsBack(s, folder / "s2.dx", true);
 }
@@ -100,37 +100,37 @@ TEST(JcampWriter, XydataAndNtuplesReadBackWithinTheYFactor) {
 // A vendor's spectrum read, written by us and read again keeps its values and its ppm axis.
 TEST(JcampWriter, CorpusSpectrumSurvivesARoundTrip) {
   model::Spectrum1D s;
-  std::string reason;
-  ASSERT_EQ(ReadDataJCAMP(test::CorpusPath("jcamp/aspirin-1h.dx"), s, reason), 0) << reason;
+  platform::Outcome o;
+  ASSERT_EQ((o = ReadDataJCAMP(test::CorpusPath("jcamp/aspirin-1h.dx"), s)).code, 0) << o.message.text;
   test::TempFolder folder;
-  ASSERT_EQ(WriteDataJCAMPDX2(folder / "aspirin.dx", s, reason), 0) << reason;
+  ASSERT_EQ((o = WriteDataJCAMPDX2(folder / "aspirin.dx", s)).code, 0) << o.message.text;
   ExpectReadsBack(s, folder / "aspirin.dx", true);
   // A record without points is refused and leaves no file.
   model::Spectrum1D empty;
-  EXPECT_EQ(WriteDataJCAMPDX(folder / "empty.dx", empty, reason), -1);
+  EXPECT_EQ((o = WriteDataJCAMPDX(folder / "empty.dx", empty)).code, -1);
   EXPECT_FALSE(std::filesystem::exists(folder / "empty.dx"));
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 
 // A 2D spectrum's traces written as 1D JCAMP files read back with their values and ppm axis.
 TEST(JcampWriter, TracesOfA2DSpectrumReadBack) {
   model::Spectrum2D cosy;
-  std::string reason;
-  ASSERT_EQ(ReadDataJCAMP2D(test::CorpusPath("jcamp/Rutin_3080ug200uL_DMSOd6_HSQC_400MHz_JDX.jdx"), cosy, reason), 0);
+  platform::Outcome o;
+  ASSERT_EQ((o = ReadDataJCAMP2D(test::CorpusPath("jcamp/Rutin_3080ug200uL_DMSOd6_HSQC_400MHz_JDX.jdx"), cosy)).code, 0);
   test::TempFolder folder;
   for (const int axis : {model::F2, model::F1}) {
     model::Spectrum1D trace;
     ASSERT_EQ(model::TraceAsSpectrum1D(cosy, axis, 1000, trace), 0);
     EXPECT_EQ(trace.params.POINT, cosy.axis[axis].Point);
     EXPECT_EQ(trace.re[17], axis == model::F2 ? cosy.RR.at(17, 1000) : cosy.RR.at(1000, 17));
-    ASSERT_EQ(WriteDataJCAMPDX(folder / "trace.jdx", trace, reason), 0) << reason;
+    ASSERT_EQ((o = WriteDataJCAMPDX(folder / "trace.jdx", trace)).code, 0) << o.message.text;
     ExpectReadsBack(trace, folder / "trace.jdx", false);
   }
   model::Spectrum1D outside;
   EXPECT_EQ(model::TraceAsSpectrum1D(cosy, model::F2, cosy.axis[model::F1].Point, outside), 1);
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

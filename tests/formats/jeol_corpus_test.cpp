@@ -122,7 +122,7 @@ TEST(DeltaCorpus, RealTwoDimensionalDataSitInTheirPlanes) {
   model::DataWords words{0x2003, model::V_HOMO, 0};
   model::ReadContext context{prompt, progress, words, nullptr};
   auto s = std::make_unique<model::Spectrum2D>();
-  ASSERT_TRUE(formats::ReadData2DDelta(path, *s, context).ok());
+  ASSERT_TRUE(formats::jeol::ReadData2DDelta(path, *s, context).ok());
   for (std::size_t j = 0; j < 32; ++j) {
     EXPECT_EQ(s->RR.at(static_cast<int>(j), 0), file.At<float>(start + 4 * j, true));
     EXPECT_EQ(s->IR.at(static_cast<int>(j), 1), file.At<float>(start + section + 128 + 4 * j, true));

@@ -16,7 +16,7 @@
 #include "support/corpus.h"
 #include "support/scripted_prompt.h"
 
-namespace velk::formats {
+namespace velk::formats::jeol {
 namespace {
 
 struct Peak {
@@ -129,4 +129,4 @@ TEST(DeltaProcessing, ProjectionsOfTheCorpusFidsSitOnTheProtonPeaks) {
   Check("PM032220_3000U200U_MeOD_18224Bin_HSQC-2-1.jdf", "PM032220_3000U200U_Bin_180218_qH-1-1.jdf", kMethanol);
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jeol

@@ -11,7 +11,7 @@
 #include "support/scripted_prompt.h"
 #include "support/temp_folder.h"
 
-namespace velk::formats {
+namespace velk::formats::jeol {
 namespace {
 
 using test::DeltaRecordSpec;
@@ -264,4 +264,4 @@ TEST(BytesToText, KeepsShiftJisPairsWholeAndSkipsWhatIsNoText) {
   EXPECT_EQ(BytesToText(bytes, 6, 100), "C");
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jeol

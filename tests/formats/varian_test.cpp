@@ -13,7 +13,7 @@
 #include "support/scripted_prompt.h"
 #include "support/temp_folder.h"
 
-namespace velk::formats {
+namespace velk::formats::varian {
 namespace {
 
 namespace fs = std::filesystem;
@@ -230,17 +230,17 @@ TEST(Varian, DamagedFidsFailCleanly) {
   ASSERT_TRUE(p);
   model::Spectrum1D s1;
   model::Spectrum2D s2;
-  std::string reason;
+  platform::Outcome o;
   for (std::size_t cut = 0; cut < 32 + 28 + 128; cut += 7) {
     std::ofstream(folder / "cut", std::ios::binary) << whole.substr(0, cut);
-    EXPECT_EQ(ReadDataVarian(folder / "cut", *p, s1, reason), -1) << cut;
-    EXPECT_EQ(ReadDataVarian2D(folder / "cut", *p, model::VPH_HOMO, s2, reason), -1) << cut;
+    EXPECT_EQ((o = ReadDataVarian(folder / "cut", *p, s1)).code, -1) << cut;
+    EXPECT_EQ((o = ReadDataVarian2D(folder / "cut", *p, model::VPH_HOMO, s2)).code, -1) << cut;
   }
   std::string huge = whole;
   huge[8] = '\x7F';  // elements per trace far beyond the file
   std::ofstream(folder / "huge", std::ios::binary) << huge;
-  EXPECT_EQ(ReadDataVarian(folder / "huge", *p, s1, reason), -1);
-  EXPECT_EQ(ReadDataVarian2D(folder / "huge", *p, model::VPH_HOMO, s2, reason), -1);
+  EXPECT_EQ((o = ReadDataVarian(folder / "huge", *p, s1)).code, -1);
+  EXPECT_EQ((o = ReadDataVarian2D(folder / "huge", *p, model::VPH_HOMO, s2)).code, -1);
 }
 
 // A processed phasefile: traces become rows, both axes turned to start at the low-frequency end.
@@ -250,8 +250,8 @@ TEST(Varian, PhasefileBecomesTheRealPlane) {
   WriteFid(folder / "phasefile", Blocks(6, 16), Elements::Float);
   const auto p = ReadVarianParameters(folder / "procpar");
   model::Spectrum2D s;
-  std::string reason;
-  ASSERT_EQ(ReadDataVarianProc2D(folder / "phasefile", *p, s, reason), 0) << reason;
+  platform::Outcome o;
+  ASSERT_EQ((o = ReadDataVarianProc2D(folder / "phasefile", *p, s)).code, 0) << o.message.text;
   EXPECT_EQ(s.axis[model::F2].Point, 16);
   EXPECT_EQ(s.axis[model::F1].Point, 6);
   EXPECT_EQ(s.RR.at(15, 5), Pattern(0, 0));
@@ -259,7 +259,7 @@ TEST(Varian, PhasefileBecomesTheRealPlane) {
   // A 1D "data" file: pairs of values, the first trace only, the ppm axis from rfl and rfp.
   WriteFid(folder / "data", Blocks(1, 64), Elements::Float);
   model::Spectrum1D one;
-  ASSERT_EQ(ReadDataVarianProc(folder / "data", *p, one, reason), 0) << reason;
+  ASSERT_EQ((o = ReadDataVarianProc(folder / "data", *p, one)).code, 0) << o.message.text;
   ASSERT_EQ(one.params.POINT, 32);
   EXPECT_EQ(one.re[0], Pattern(0, 62));
   EXPECT_EQ(one.im[0], Pattern(0, 63));
@@ -308,4 +308,4 @@ TEST(Varian, PhaseArrayed2DSetProcessesToItsSyntheticPeak) {
   EXPECT_NEAR(s.IR.at(column, row), 0, 0.02);
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::varian

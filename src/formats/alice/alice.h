@@ -6,7 +6,7 @@
 #include "model/format_entry.h"
 #include "model/spectrum.h"
 
-namespace velk::formats {
+namespace velk::formats::alice {
 
 inline constexpr const char* kAliceMarkRead = "WIN NMR VERSION 1.00";   // at 82: no shift
 inline constexpr const char* kAliceMarkWritten = "WIN NMR VERSION 1.01"; // at 258: shift 176
@@ -23,4 +23,4 @@ platform::Outcome WriteDataALS(const std::filesystem::path& path, const model::S
 model::ModeResult ReadModeAlice(const model::DetectedFile& file);
 model::FormatEntry AliceFormatEntry();
 
-}  // namespace velk::formats
+}  // namespace velk::formats::alice

@@ -14,10 +14,9 @@
 #include "model/data_type.h"
 #include "model/nucleus.h"
 
-namespace velk::formats {
+namespace velk::formats::alice {
 namespace {
 
-using namespace alice;
 constexpr auto kLittle = core::ByteOrder::Little;
 
 bool MarkAt(core::Bytes bytes, std::uint32_t offset, std::size_t length, const char* mark) {
@@ -144,4 +143,4 @@ model::FormatEntry AliceFormatEntry() {
           }};
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::alice

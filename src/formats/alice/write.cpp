@@ -1,7 +1,5 @@
 // WriteDataALS: our 1D sets in the Alice layout, readable again by ReadDataAlice.
-#include <fstream>
-#include <system_error>
-
+#include "core/atomic_write.h"
 #include "core/bytes.h"
 #include "core/text.h"
 #include "formats/alice/alice.h"
@@ -9,10 +7,9 @@
 #include "formats/alice/messages.h"
 #include "formats/fid_scaling.h"
 
-namespace velk::formats {
+namespace velk::formats::alice {
 namespace {
 
-using namespace alice;
 constexpr auto kLittle = core::ByteOrder::Little;
 
 // Where this writer puts the sections.
@@ -71,20 +68,12 @@ platform::Outcome WriteDataALS(const std::filesystem::path& path, const model::S
     core::Encode(std::span(out), kData + sectionBytes + 4ull * i, s.im[i], kLittle);
   }
 
-  std::filesystem::path temporary = path;
-  temporary += ".tmp";
-  {
-    std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-    if (!file || !file.write(reinterpret_cast<const char*>(out.data()), static_cast<std::streamsize>(out.size())))
-      return {-1, {kDataErrorTitle, std::string(kWriteTag) + " (" + path.string() + ")"}};
-  }
-  std::error_code error;
-  std::filesystem::rename(temporary, path, error);
-  if (error) {
-    std::filesystem::remove(temporary, error);
-    return {-1, {kDataErrorTitle, std::string(kWriteTag) + " (" + path.string() + ")"}};
-  }
+  const platform::Outcome written = core::WriteAtomically(path, core::StreamWriter([&](std::ostream& file) {
+    return static_cast<bool>(file.write(reinterpret_cast<const char*>(out.data()), static_cast<std::streamsize>(out.size())));
+  }));
+  if (!written.ok())
+    return {-1, {kDataErrorTitle, std::string(kWriteTag) + " (" + path.string() + "): " + written.message.text}};
   return {};
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::alice

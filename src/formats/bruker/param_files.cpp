@@ -40,7 +40,10 @@ bool ToInt(const std::string& text, Int& out) {
   const auto value = ParseNumber(text);
   if (!value) return false;
   const double rounded = std::nearbyint(*value);
-  if (!(rounded >= std::numeric_limits<Int>::min() && rounded <= std::numeric_limits<Int>::max())) return false;
+  // The largest value plus one is a power of two, exact as a double: the upper bound is exclusive,
+  // since the largest value itself rounds up to it (2^63 for a 64-bit integer) and would not fit.
+  constexpr double kBeyond = static_cast<double>(std::numeric_limits<Int>::max() / 2 + 1) * 2.0;
+  if (!(rounded >= static_cast<double>(std::numeric_limits<Int>::min()) && rounded < kBeyond)) return false;
   out = static_cast<Int>(rounded);
   return true;
 }
@@ -164,7 +167,8 @@ int ParseAcquisitionFile(const std::filesystem::path& file, AcquisitionFile& a) 
        }},
       {"##$YMAX_A", Dot(a.ymaxDot)},
       {"##$YMIN_A", Dot(a.yminDot)},
-      {"##$DATE", [&a](const ParameterValues& v) { return ToInt(v[0], a.date); }},
+      // A date beyond any clock is no date: the data file's time stands in for it.
+      {"##$DATE", [&a](const ParameterValues& v) { if (!ToInt(v[0], a.date)) a.date = 0; return true; }},
       {"##$GRPDLY", Double(a.groupDelay)},
       {"##$DECIM", Integer(a.decimation)},
       {"##$DSPFVS", Integer(a.filterVersion)},

@@ -1,10 +1,11 @@
 #include "formats/jcamp/asdf.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdlib>
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 namespace {
 
 enum class Kind : std::uint8_t { Other, Separator, Digit, Sign, Dot, Sqz, Dif, Dup, Unknown, Stop };
@@ -127,50 +128,93 @@ AsdfItem DecodeAsdf(const char* line, std::size_t& p) {
   return {AsdfForm::Error, 0};
 }
 
+namespace {
+
+bool Fault(AsdfTable& table, AsdfFault fault) {
+  table.fault = fault;
+  return false;
+}
+
+// The X check of a line whose first value has the given index.
+bool AbscissaFits(AsdfTable& table, double x, std::size_t first) {
+  if (table.xStep == 0 || !std::isfinite(table.xStep)) return true;
+  const double offset = static_cast<double>(first) * table.xStep;
+  if (!table.xOrigin) {
+    table.xOrigin = x - offset;
+    return true;
+  }
+  return std::fabs(x - (*table.xOrigin + offset)) <= std::max(0.5 * std::fabs(table.xStep), 1.0);
+}
+
+bool SameValue(double a, double b) { return std::fabs(a - b) <= 1e-9 * std::max(1.0, std::fabs(b)); }
+
+}  // namespace
+
 bool DecodeAsdfLine(const char* line, AsdfTable& table) {
   std::size_t p = 0;
   const AsdfItem check = DecodeAsdf(line, p);
   if (check.form == AsdfForm::End) return true;
-  if (check.form == AsdfForm::Error) return false;
+  if (check.form != AsdfForm::Absolute) return Fault(table, AsdfFault::BadCharacter);
   bool yCheckPending = table.previousEndedInDif && table.index > 0;
+  if (!AbscissaFits(table, check.value, yCheckPending ? table.index - 1 : table.index))
+    return Fault(table, AsdfFault::Abscissa);
   AsdfForm previous = AsdfForm::End;
   double step = 0;
   const auto store = [&](double value) {
-    if (table.index < table.out.size()) table.out[table.index++] = value;
+    if (table.Full()) return Fault(table, AsdfFault::TooManyValues);
+    if (!table.out.empty()) table.out[table.index] = value;
+    ++table.index;
+    return true;
   };
   for (;;) {
     const AsdfItem item = DecodeAsdf(line, p);
+    if (yCheckPending && item.form != AsdfForm::Absolute && item.form != AsdfForm::End)
+      return Fault(table, AsdfFault::Ordinate);
     switch (item.form) {
       case AsdfForm::End:
         table.previousEndedInDif = previous == AsdfForm::Difference;
         return true;
-      case AsdfForm::Error: return false;
+      case AsdfForm::Error: return Fault(table, AsdfFault::BadCharacter);
       case AsdfForm::Absolute:
-        if (yCheckPending) --table.index;
+        if (yCheckPending) {
+          if (!SameValue(item.value, table.last)) return Fault(table, AsdfFault::Ordinate);
+          --table.index;
+        }
         table.last = item.value;
-        store(item.value);
+        if (!store(item.value)) return false;
         previous = AsdfForm::Absolute;
         break;
       case AsdfForm::Difference:
         table.last += item.value;
         step = item.value;
-        store(table.last);
+        if (!store(table.last)) return false;
         previous = AsdfForm::Difference;
         break;
       case AsdfForm::Unknown:
         // An unknown value is stored as 0 and leaves the running value alone.
-        store(0);
+        if (!store(0)) return false;
         previous = AsdfForm::Unknown;
         break;
       case AsdfForm::Duplicate:
-        for (double k = 1; k < item.value && !table.Full(); ++k) {
+        for (double k = 1; k < item.value; ++k) {
           if (previous == AsdfForm::Difference) table.last += step;
-          store(previous == AsdfForm::Unknown ? 0 : table.last);
+          if (!store(previous == AsdfForm::Unknown ? 0 : table.last)) return false;
         }
         break;
     }
     yCheckPending = false;
   }
+}
+
+std::string AsdfFaultText(AsdfFault fault, std::size_t declared) {
+  switch (fault) {
+    case AsdfFault::BadCharacter: return "a data line holds a character of no number form";
+    case AsdfFault::Abscissa: return "the abscissa check fails: a line is missing";
+    case AsdfFault::Ordinate: return "the ordinate check fails: a line is missing or damaged";
+    case AsdfFault::TooManyValues: return "the table holds more than the " + std::to_string(declared) + " values declared";
+    case AsdfFault::None: break;
+  }
+  return {};
 }
 
 std::string EncodeAsdf(std::int64_t number, AsdfCode form) {
@@ -259,12 +303,12 @@ std::vector<std::string> EncodeDifDupLines(std::span<const std::int64_t> values,
   return lines;
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 
-bool ReadAsdfTable(TextCursor& cursor, AsdfTable& table) {
-  while (!table.Full() && !cursor.AtEnd()) {
+bool ReadAsdfTable(TextCursor& cursor, AsdfTable& table, std::size_t* faultLine) {
+  while (!cursor.AtEnd()) {
     const std::size_t start = cursor.position;
     const std::string line = ReadTextLine(cursor);
     if (line.empty()) return true;
@@ -272,9 +316,12 @@ bool ReadAsdfTable(TextCursor& cursor, AsdfTable& table) {
       cursor.position = start;
       return true;
     }
-    if (!DecodeAsdfLine(line.c_str(), table)) return false;
+    if (!DecodeAsdfLine(line.c_str(), table)) {
+      if (faultLine) *faultLine = start;
+      return false;
+    }
   }
   return true;
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

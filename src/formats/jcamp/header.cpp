@@ -8,7 +8,7 @@
 #include "formats/text_lines.h"
 #include "model/nucleus.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 namespace {
 
 // "SIMULTANEOUS", and the misspelling "SIMULATANEOUS" that this program's own writer and others
@@ -89,4 +89,4 @@ bool TakeHeaderLabel(const std::string& key, const JcampLabel& label, const std:
   return true;
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

@@ -7,7 +7,7 @@
 
 #include "formats/jcamp/labels.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 
 struct JcampHeader {
   bool labelSeen = false;  // "##JCAMP-DX" or "##JCAMPDX"
@@ -29,4 +29,4 @@ bool TakeHeaderLabel(const std::string& key, const JcampLabel& label, const std:
 // "yyyy/mm/dd hh:mm:ss..." of "##LONG DATE" as "dd/mmm/yyyy hh:mm:ss"; other texts unchanged.
 std::string DateOfLongDate(const std::string& text);
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

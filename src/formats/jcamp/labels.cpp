@@ -3,7 +3,7 @@
 #include "core/text.h"
 #include "formats/text_lines.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 namespace {
 
 std::string_view WithoutComment(std::string_view text) {
@@ -51,4 +51,4 @@ double JcampNumber(const JcampLabel& label, std::size_t index, double fallback) 
   return ParseNumber(label.values[index]).value_or(fallback);
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

@@ -7,7 +7,7 @@
 #include "core/text.h"
 #include "formats/text_lines.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 
 inline constexpr std::size_t kJcampValues = 101;  // indices 0 to 100
 
@@ -46,4 +46,4 @@ bool ForEachJcampLabel(TextCursor& cursor, Visit visit) {
   }
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

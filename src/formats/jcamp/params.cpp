@@ -11,7 +11,7 @@
 #include "core/text.h"
 #include "model/nucleus.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 namespace {
 
 using model::NmrParameters;
@@ -186,4 +186,4 @@ void ReadParaBruJcamp(const std::string& line, TextCursor& cursor, model::Spectr
   // "##$CNST" is read past (its array lines belong to it) and kept nowhere.
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

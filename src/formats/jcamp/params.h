@@ -7,7 +7,7 @@
 #include "formats/text_lines.h"
 #include "model/spectrum.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 
 // The "##$" keys of the JEOL parameter section in the order the writer puts them, each with the
 // record field's value as text.
@@ -21,4 +21,4 @@ void ReadParaJeolJcamp(const std::string& line, model::Spectrum1D& s);
 // ("##$P= (0..63)") take their values from the following lines of the cursor.
 void ReadParaBruJcamp(const std::string& line, TextCursor& cursor, model::Spectrum1D& s);
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

@@ -7,10 +7,10 @@
 #include "formats/read_result.h"
 #include "formats/text_lines.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 namespace {
 
-namespace msg = jcamp_messages;
+namespace msg = messages;
 
 // The probe reads the header only: a parameter section of several thousand lines ends far
 // before this.
@@ -93,15 +93,12 @@ model::ModeResult ReadModeJCAMP(const std::filesystem::path& file) {
 model::ModeResult ReadModeJcampEntry(const model::DetectedFile& file) { return ReadModeJCAMP(file.path); }
 
 platform::Outcome ReadJcamp1DEntry(const model::DetectedFile& file, model::Spectrum1D& s, model::ReadContext& context) {
-  std::string reason;
-  const int code = ReadDataJCAMP(file.path, s, reason);
-  return FinishRead(code, reason, msg::kReadTag, msg::kTitle, file, context);
+  return FinishRead(ReadDataJCAMP(file.path, s), msg::kReadTag, file, context);
 }
 
 platform::Outcome ReadJcamp2DEntry(const model::DetectedFile& file, model::Spectrum2D& s, model::ReadContext& context) {
-  std::string reason;
-  const int code = ReadDataJCAMP2D(file.path, s, reason);
-  if (code == 0) {
+  const platform::Outcome outcome = ReadDataJCAMP2D(file.path, s);
+  if (outcome.ok()) {
     context.words.realOnly = 1;
     const std::string mode = ReadModeJCAMP(file.path).modeText;
     context.words.pulseModeClass = mode.starts_with("VPH_HOMO")     ? model::VPH_HOMO
@@ -110,7 +107,7 @@ platform::Outcome ReadJcamp2DEntry(const model::DetectedFile& file, model::Spect
                                                                     : model::V_HETERO;
     model::RepairAfterRead2D(s, context.words.pulseModeClass);
   }
-  return FinishRead(code, reason, msg::kRead2DTag, msg::kTitle, file, context);
+  return FinishRead(outcome, msg::kRead2DTag, file, context);
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

@@ -13,10 +13,10 @@
 #include "formats/jcamp/params.h"
 #include "formats/read_result.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 namespace {
 
-namespace msg = jcamp_messages;
+namespace msg = messages;
 
 // A 1D table beyond this is no NMR data set; the limit keeps a damaged count from exhausting memory.
 constexpr std::int64_t kMax1DPoints = 16 * 1048576;
@@ -33,11 +33,15 @@ struct Session {
   bool ntuples = false;
   std::vector<double> real, imag;
   std::size_t count = 0;
-  bool haveReal = false;
+  bool haveReal = false, haveImag = false;
   std::optional<double> brukerOffset;
-};
+  std::string failure;  // why the file is refused; the labels after it are not read
 
-using Failure = ReadFailure;
+  bool Fail(std::string reason) {
+    failure = std::move(reason);
+    return false;
+  }
+};
 
 void EnterJeolSection(TextCursor& cursor, model::Spectrum1D& s) {
   for (;;) {
@@ -73,24 +77,51 @@ void EnterBrukerSection(TextCursor& cursor, model::Spectrum1D& s, std::optional<
   }
 }
 
-// Reads one table into the page; the first table sizes both pages.
-void ReadTable(TextCursor& cursor, Session& session, bool imaginaryPage) {
+// "line 212: " and the reason.
+std::string AtLine(const TextCursor& cursor, std::size_t position, const std::string& reason) {
+  return "line " + std::to_string(LineNumberAt(cursor, position)) + ": " + reason;
+}
+
+// Decodes one table into out, or only counts it when out is empty; false with the reason when it
+// does not hold exactly count values or fails a check.
+bool DecodeTable(TextCursor& cursor, Session& session, std::span<double> out, std::size_t count) {
+  AsdfTable table{out, count};
+  if (count > 1 && session.xFactor != 0)
+    table.xStep = (session.lastX - session.firstX) / static_cast<double>(count - 1) / session.xFactor;
+  std::size_t faultAt = 0;
+  if (!ReadAsdfTable(cursor, table, &faultAt))
+    return session.Fail(AtLine(cursor, faultAt, AsdfFaultText(table.fault, count)));
+  if (table.index != count)
+    return session.Fail(AtLine(cursor, cursor.position,
+                               "the table ends after " + std::to_string(table.index) + " of the " +
+                                   std::to_string(count) + " values that " +
+                                   (session.ntuples ? "##VAR_DIM=" : "##NPOINTS=") + " declares"));
+  return true;
+}
+
+// Reads one table into the page; the first table sizes both pages. The table is counted before
+// anything is allocated for it, so a size the file does not hold costs no memory.
+bool ReadTable(TextCursor& cursor, Session& session, bool imaginaryPage) {
   const std::int64_t count = session.ntuples ? session.complexPoints : session.nPoints;
-  if (count < 1) return;  // a table without its size is skipped
-  if (count > kMax1DPoints) throw Failure{msg::kTooLarge};
+  if (count < 1) return true;  // a table without its size is skipped
+  if (count > kMax1DPoints) return session.Fail(msg::kTooLarge);
   if (session.real.empty()) {
+    TextCursor counting = cursor;
+    if (!DecodeTable(counting, session, {}, static_cast<std::size_t>(count))) return false;
     const std::int64_t size = session.ntuples ? PaddedFidSize(count) : count;
     session.real.assign(static_cast<std::size_t>(size), 0.0);
     session.imag.assign(static_cast<std::size_t>(size), 0.0);
     session.count = static_cast<std::size_t>(count);
   }
   std::vector<double>& page = imaginaryPage ? session.imag : session.real;
-  AsdfTable table{std::span<double>(page).first(std::min(session.count, page.size()))};
-  if (!ReadAsdfTable(cursor, table)) throw Failure{msg::kBadTable};
-  if (!imaginaryPage) session.haveReal = true;
+  const std::size_t n = std::min(session.count, page.size());
+  if (!DecodeTable(cursor, session, std::span<double>(page).first(n), n)) return false;
+  (imaginaryPage ? session.haveImag : session.haveReal) = true;
+  return true;
 }
 
-void TakeDataLabel(const std::string& key, const JcampLabel& label, TextCursor& cursor, Session& session) {
+// Returns false when the label refuses the file.
+bool TakeDataLabel(const std::string& key, const JcampLabel& label, TextCursor& cursor, Session& session) {
   const auto number = [&](std::size_t i) { return JcampNumber(label, i); };
   const std::string first = label.values.empty() ? std::string() : label.values[0];
   if (key == "##DELTAX") session.deltaX = number(0);
@@ -101,14 +132,15 @@ void TakeDataLabel(const std::string& key, const JcampLabel& label, TextCursor& 
   else if (key == "##LASTX" || key == "##LAST") session.lastX = number(0);
   else if (key == "##NPOINTS") {
     session.nPoints = static_cast<std::int64_t>(std::clamp(number(0), -1.0, 1e12));
-    if (session.nPoints <= 0) throw Failure{msg::kNoPoints};
+    if (session.nPoints <= 0) return session.Fail(msg::kNoPoints);
   } else if (key == "##NTUPLES") {
     session.ntuples = true;
   } else if (key == "##SYMBOL") {
     const bool xri = label.values.size() >= 3 && label.values[0] == "X" && label.values[1] == "R" && label.values[2] == "I";
-    if (!xri) throw Failure{msg::kBadSymbols};
+    if (!xri) return session.Fail(msg::kBadSymbols);
   } else if (key == "##VARDIM") {
-    if (label.values.size() < 3 || number(0) != number(1) || number(1) != number(2)) throw Failure{msg::kBadDimensions};
+    if (label.values.size() < 3 || number(0) != number(1) || number(1) != number(2))
+      return session.Fail(msg::kBadDimensions);
     session.complexPoints = static_cast<std::int64_t>(std::clamp(number(0), 0.0, 1e12));
   } else if (key == "##FACTOR") {
     session.xFactor = number(0);
@@ -119,12 +151,13 @@ void TakeDataLabel(const std::string& key, const JcampLabel& label, TextCursor& 
     if ((dataClass.empty() || dataClass.find("XYDATA") != std::string::npos) && first.starts_with("(X++(Y..Y))")) {
       session.ntuples = false;
       session.realFactor = session.yFactor;
-      ReadTable(cursor, session, false);
+      return ReadTable(cursor, session, false);
     }
   } else if (key == "##DATATABLE") {
-    if (first.starts_with("(X++(R..R))")) ReadTable(cursor, session, false);
-    else if (first.starts_with("(X++(I..I))")) ReadTable(cursor, session, true);
+    if (first.starts_with("(X++(R..R))")) return ReadTable(cursor, session, false);
+    if (first.starts_with("(X++(I..I))")) return ReadTable(cursor, session, true);
   }
+  return true;
 }
 
 void ApplyHeader(const JcampHeader& h, model::Spectrum1D& s) {
@@ -142,13 +175,13 @@ void ApplyHeader(const JcampHeader& h, model::Spectrum1D& s) {
 
 // The FID: the X step is the dwell time; the offset of the last 40 % is removed and the largest
 // real value scales the points to 1 (from 1e-11, so that an empty FID stays finite).
-void ConvertFid(Session& session, int acquisitionClass, model::Spectrum1D& s) {
+bool ConvertFid(Session& session, int acquisitionClass, model::Spectrum1D& s) {
   const std::int32_t size = PaddedFidSize(static_cast<std::int64_t>(session.count));
   double dwell = session.count > 1 ? (session.lastX - session.firstX) / static_cast<double>(session.count - 1) : 0;
   if (!(dwell > 0)) dwell = session.xFactor;
   const double width = dwell > 0 ? 1.0 / dwell : 0;
   const std::size_t n = session.count;
-  if (model::AllocateSpectrum1D(s, size) != 0) throw Failure{msg::kDataSize};
+  if (model::AllocateSpectrum1D(s, size) != 0) return session.Fail(msg::kDataSize);
   for (std::size_t i = 0; i < n; ++i) {
     // Sign-alternated sampling becomes what the transform expects.
     const double sign = acquisitionClass == 2 && i % 2 == 1 ? -1 : 1;
@@ -160,12 +193,13 @@ void ConvertFid(Session& session, int acquisitionClass, model::Spectrum1D& s) {
   s.params.FREQU = static_cast<float>(width);
   s.params.RESOL = width / static_cast<double>(size);
   s.params.ACQTM = static_cast<float>(dwell * static_cast<double>(n));
+  return true;
 }
 
 // The spectrum: index 0 is the low-frequency end whatever the order in the file. X in Hz is
 // counted from 0 ppm; a "##.SHIFT REFERENCE" puts its data point at its shift (files whose X runs
 // from the spectral width down to 0 carry one).
-void ConvertSpectrum(const Session& session, model::Spectrum1D& s) {
+bool ConvertSpectrum(Session& session, model::Spectrum1D& s) {
   const std::size_t n = session.count;
   const double sfo = session.header.observeMHz;
   const double step = n > 1 ? (session.lastX - session.firstX) / static_cast<double>(n - 1) : 0;
@@ -185,7 +219,7 @@ void ConvertSpectrum(const Session& session, model::Spectrum1D& s) {
     const double index = turned ? static_cast<double>(n - 1) - filePosition : filePosition;
     offset = ppm - index * ppmStep;
   }
-  if (model::AllocateSpectrum1D(s, static_cast<std::int32_t>(n)) != 0) throw Failure{msg::kDataSize};
+  if (model::AllocateSpectrum1D(s, static_cast<std::int32_t>(n)) != 0) return session.Fail(msg::kDataSize);
   for (std::size_t i = 0; i < n; ++i) {
     const std::size_t from = turned ? n - 1 - i : i;
     s.re[i] = static_cast<float>(session.realFactor * session.real[from]);
@@ -199,11 +233,13 @@ void ConvertSpectrum(const Session& session, model::Spectrum1D& s) {
   s.params.SMTMS = 0;
   s.axisStep = ppmStep;
   s.axisFirst = static_cast<float>(offset);
+  return true;
 }
 
-void ReadFile(const std::filesystem::path& file, model::Spectrum1D& s) {
+// Returns the reason when the file is refused.
+std::string ReadFile(const std::filesystem::path& file, model::Spectrum1D& s) {
   const auto bytes = core::ReadWholeFile(file.string());
-  if (!bytes) throw Failure{msg::kCannotOpen};
+  if (!bytes) return msg::kCannotOpen;
   TextCursor cursor{*bytes, 0};
   Session session;
   s.params.EXMOD = "JCAMP-DX";
@@ -214,34 +250,42 @@ void ReadFile(const std::filesystem::path& file, model::Spectrum1D& s) {
   const bool ended = ForEachJcampLabel(cursor, [&](const std::string& key, const JcampLabel& label, const std::string& line) {
     if (key == "$$JEOLSPECIFICPARAMETERS" || key == "$$NMRSPECIFICPARAMETERS") {
       EnterJeolSection(cursor, s);
-    } else if (key == "$$BRUKERSPECIFICPARAMETERS") {
+      return true;
+    }
+    if (key == "$$BRUKERSPECIFICPARAMETERS") {
       EnterBrukerSection(cursor, s, session.brukerOffset);
-    } else if (TakeHeaderLabel(key, label, line, session.header)) {
+      return true;
+    }
+    if (TakeHeaderLabel(key, label, line, session.header)) {
       const std::string& type = session.header.dataType;
       if (key == "##DATATYPE" && type.find("LINK") == std::string::npos) {
         session.fid = type.find("NMR FID") != std::string::npos;
-        if (!session.fid && type.find("NMR SPECTRUM") == std::string::npos) throw Failure{msg::kNotNmr};
+        if (!session.fid && type.find("NMR SPECTRUM") == std::string::npos) return session.Fail(msg::kNotNmr);
       }
-      if (key == "##.OBSERVEFREQUENCY" && !(session.header.observeMHz > 0)) throw Failure{msg::kNoFrequency};
-    } else {
-      TakeDataLabel(key, label, cursor, session);
+      if (key == "##.OBSERVEFREQUENCY" && !(session.header.observeMHz > 0)) return session.Fail(msg::kNoFrequency);
+      return true;
     }
-    return true;
+    return TakeDataLabel(key, label, cursor, session);
   });
-  if (!session.haveReal || session.count == 0) throw Failure{msg::kNoData};
-  if (!ended) throw Failure{msg::kTruncated};
-  if (!(session.header.observeMHz > 0)) throw Failure{msg::kNoFrequency};
+  if (!session.failure.empty()) return session.failure;
+  if (!session.haveReal || session.count == 0) return msg::kNoData;
+  if (session.ntuples && !session.haveImag) return msg::kNoImaginary;
+  if (!ended) return msg::kTruncated;
+  if (!(session.header.observeMHz > 0)) return msg::kNoFrequency;
   ApplyHeader(session.header, s);
   if (!session.header.shiftReference && session.brukerOffset)
     session.header.shiftReference = std::pair{1.0, *session.brukerOffset};
-  if (session.fid) ConvertFid(session, session.header.acquisitionClass, s);
-  else ConvertSpectrum(session, s);
+  const bool converted = session.fid ? ConvertFid(session, session.header.acquisitionClass, s) : ConvertSpectrum(session, s);
+  return converted ? std::string() : session.failure;
 }
 
 }  // namespace
 
-int ReadDataJCAMP(const std::filesystem::path& file, model::Spectrum1D& s, std::string& reason) {
-  return ReadIntoFresh(s, reason, [&](model::Spectrum1D& fresh) { ReadFile(file, fresh); });
+platform::Outcome ReadDataJCAMP(const std::filesystem::path& file, model::Spectrum1D& s) {
+  return ReadIntoFresh(s, msg::kTitle, [&](model::Spectrum1D& fresh) {
+    const std::string reason = ReadFile(file, fresh);
+    return reason.empty() ? platform::Outcome{} : Refused(msg::kTitle, reason);
+  });
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

@@ -12,15 +12,13 @@
 #include "formats/read_result.h"
 #include "model/nucleus.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 namespace {
 
-namespace msg = jcamp_messages;
+namespace msg = messages;
 
 // Four planes of this many points stay within what a workstation holds.
 constexpr std::int64_t kMax2DPoints = 64 * 1048576;
-
-using Failure = ReadFailure;
 
 struct Session2D {
   JcampHeader header;
@@ -29,9 +27,16 @@ struct Session2D {
   std::array<std::string, 2> nuclei;  // F1, F2
   std::array<std::int64_t, 2> points{};
   std::array<double, 2> first{}, last{};
-  double yFactor = 1;
+  double yFactor = 1, f2Factor = 1;
   bool pagesBegun = false;
   std::int64_t pagesRead = 0;
+  bool counting = false;  // the first pass: pages are counted and checked, nothing is stored
+  std::string failure;  // why the file is refused; the labels after it are not read
+
+  bool Fail(std::string reason) {
+    failure = std::move(reason);
+    return false;
+  }
 };
 
 // Frequency ratios of the nuclei to 1H (IUPAC), for the F1 observe frequency of a heteronuclear
@@ -64,27 +69,49 @@ void TakeLabel(const std::string& key, const JcampLabel& label, Session2D& sessi
   } else if (key == "##LAST") {
     session.last = {number(0), number(1)};
   } else if (key == "##FACTOR") {
+    session.f2Factor = JcampNumber(label, 1, 1);
     session.yFactor = JcampNumber(label, 2, 1);
   }
 }
 
-void Allocate(const Session2D& session, model::Spectrum2D& s) {
-  if (session.numDim != 2 || !session.symbolsF1F2Y) throw Failure{msg::kNot2D};
+std::string AtLine(const TextCursor& cursor, std::size_t position, const std::string& reason) {
+  return "line " + std::to_string(LineNumberAt(cursor, position)) + ": " + reason;
+}
+
+// The planes, once the counting pass has found every declared value in the file.
+bool Allocate(Session2D& session, model::Spectrum2D& s) {
+  if (session.numDim != 2 || !session.symbolsF1F2Y) return session.Fail(msg::kNot2D);
   const auto [n1, n2] = session.points;
-  if (n1 < 1 || n2 < 1) throw Failure{msg::kNoPoints};
-  if (n1 > model::kMaxAxisPoints || n2 > model::kMaxAxisPoints || n1 * n2 > kMax2DPoints) throw Failure{msg::kTooLarge};
+  if (n1 < 1 || n2 < 1) return session.Fail(msg::kNoPoints);
+  if (n1 > model::kMaxAxisPoints || n2 > model::kMaxAxisPoints || n1 * n2 > kMax2DPoints)
+    return session.Fail(msg::kTooLarge);
+  if (session.counting) return true;
   if (model::AllocateSpectrum2D(s, static_cast<std::int32_t>(n2), static_cast<std::int32_t>(n1)) != 0)
-    throw Failure{msg::kDataSize};
+    return session.Fail(msg::kDataSize);
+  return true;
 }
 
 // One page: its values go to one row, index 0 of both axes at the low-frequency end.
-void ReadPage(TextCursor& cursor, Session2D& session, std::vector<double>& row, model::Spectrum2D& s) {
+bool ReadPage(TextCursor& cursor, Session2D& session, std::vector<double>& row, model::Spectrum2D& s) {
   const auto [n1, n2] = session.points;
   const std::int64_t page = session.pagesRead++;
+  if (page >= n1)
+    return session.Fail(AtLine(cursor, cursor.position,
+                               "page " + std::to_string(page + 1) + " is beyond the " + std::to_string(n1) +
+                                   " rows that ##VAR_DIM= declares"));
   std::fill(row.begin(), row.end(), 0.0);
-  AsdfTable table{row};
-  if (!ReadAsdfTable(cursor, table)) throw Failure{msg::kBadTable};
-  if (page >= n1) return;
+  AsdfTable table{session.counting ? std::span<double>() : std::span<double>(row), row.size()};
+  if (n2 > 1 && session.f2Factor != 0)
+    table.xStep = (session.last[1] - session.first[1]) / static_cast<double>(n2 - 1) / session.f2Factor;
+  std::size_t faultAt = 0;
+  if (!ReadAsdfTable(cursor, table, &faultAt))
+    return session.Fail(AtLine(cursor, faultAt, "page " + std::to_string(page + 1) + ": " +
+                                                    AsdfFaultText(table.fault, row.size())));
+  if (table.index != row.size())
+    return session.Fail(AtLine(cursor, cursor.position,
+                               "page " + std::to_string(page + 1) + " ends after " + std::to_string(table.index) +
+                                   " of the " + std::to_string(row.size()) + " values that ##VAR_DIM= declares"));
+  if (session.counting) return true;
   const bool f1Turned = session.first[0] > session.last[0];
   const bool f2Turned = session.first[1] > session.last[1];
   const auto r = static_cast<std::int32_t>(f1Turned ? n1 - 1 - page : page);
@@ -92,6 +119,7 @@ void ReadPage(TextCursor& cursor, Session2D& session, std::vector<double>& row, 
     const auto c = static_cast<std::int32_t>(f2Turned ? n2 - 1 - j : j);
     s.RR.at(c, r) = static_cast<float>(session.yFactor * row[static_cast<std::size_t>(j)]);
   }
+  return true;
 }
 
 void SetAxis(const Session2D& session, int axis, double observeMHz, model::Spectrum2D& s) {
@@ -113,11 +141,11 @@ void SetAxis(const Session2D& session, int axis, double observeMHz, model::Spect
   info.Reference = static_cast<float>(extras.ppmFirst);
 }
 
-void Finish(const Session2D& session, const std::filesystem::path& file, model::Spectrum2D& s) {
-  if (session.pagesRead == 0) throw Failure{msg::kNoData};
+// Returns the reason when the file is refused.
+std::string Finish(const Session2D& session, const std::filesystem::path& file, model::Spectrum2D& s) {
   const JcampHeader& h = session.header;
   const double f2MHz = h.observeMHz;
-  if (!(f2MHz > 0)) throw Failure{msg::kNoFrequency};
+  if (!(f2MHz > 0)) return msg::kNoFrequency;
   Session2D axes = session;
   if (axes.nuclei[1].empty()) axes.nuclei[1] = h.nucleus;
   if (axes.nuclei[0].empty()) axes.nuclei[0] = axes.nuclei[1];
@@ -142,13 +170,11 @@ void Finish(const Session2D& session, const std::filesystem::path& file, model::
   s.texts.instrument = h.instrument.empty() ? "JCAMP" : h.instrument;
   s.texts.originalFileName = file.string();
   s.texts.fileName = file.filename().string();
+  return {};
 }
 
-void ReadFile2D(const std::filesystem::path& file, model::Spectrum2D& s) {
-  const auto bytes = core::ReadWholeFile(file.string());
-  if (!bytes) throw Failure{msg::kCannotOpen};
-  TextCursor cursor{*bytes, 0};
-  Session2D session;
+// One pass over the labels and pages; the reason when the file is refused.
+std::string ReadPass(TextCursor cursor, Session2D& session, model::Spectrum2D& s) {
   std::vector<double> row;
   const bool ended = ForEachJcampLabel(cursor, [&](const std::string& key, const JcampLabel& label, const std::string& line) {
     if (TakeHeaderLabel(key, label, line, session.header)) return true;
@@ -156,23 +182,43 @@ void ReadFile2D(const std::filesystem::path& file, model::Spectrum2D& s) {
       session.pagesBegun = true;
     } else if (key == "##DATATABLE" && !label.values.empty() && label.values[0].starts_with("(F2++(Y..Y))")) {
       if (row.empty()) {
-        Allocate(session, s);
+        if (!Allocate(session, s)) return false;
         row.assign(static_cast<std::size_t>(session.points[1]), 0.0);
       }
-      ReadPage(cursor, session, row, s);
-    } else {
-      TakeLabel(key, label, session);
+      return ReadPage(cursor, session, row, s);
     }
+    TakeLabel(key, label, session);
     return true;
   });
-  if (!ended) throw Failure{msg::kTruncated};
-  Finish(session, file, s);
+  if (!session.failure.empty()) return session.failure;
+  if (!ended) return msg::kTruncated;
+  if (session.pagesRead == 0) return msg::kNoData;
+  if (session.pagesRead != session.points[0])
+    return "the file holds " + std::to_string(session.pagesRead) + " of the " + std::to_string(session.points[0]) +
+           " pages that ##VAR_DIM= declares";
+  return {};
+}
+
+// A counting pass checks every page against the declared sizes before the planes are allocated.
+std::string ReadFile2D(const std::filesystem::path& file, model::Spectrum2D& s) {
+  const auto bytes = core::ReadWholeFile(file.string());
+  if (!bytes) return msg::kCannotOpen;
+  const TextCursor cursor{*bytes, 0};
+  Session2D counted;
+  counted.counting = true;
+  if (std::string reason = ReadPass(cursor, counted, s); !reason.empty()) return reason;
+  Session2D session;
+  if (std::string reason = ReadPass(cursor, session, s); !reason.empty()) return reason;
+  return Finish(session, file, s);
 }
 
 }  // namespace
 
-int ReadDataJCAMP2D(const std::filesystem::path& file, model::Spectrum2D& s, std::string& reason) {
-  return ReadIntoFresh(s, reason, [&](model::Spectrum2D& fresh) { ReadFile2D(file, fresh); });
+platform::Outcome ReadDataJCAMP2D(const std::filesystem::path& file, model::Spectrum2D& s) {
+  return ReadIntoFresh(s, msg::kTitle, [&](model::Spectrum2D& fresh) {
+    const std::string reason = ReadFile2D(file, fresh);
+    return reason.empty() ? platform::Outcome{} : Refused(msg::kTitle, reason);
+  });
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

@@ -1,21 +1,21 @@
 #include "formats/jcamp/writer.h"
 
-#include "core/atomic_write.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
+#include <optional>
 #include <span>
 
+#include "core/atomic_write.h"
 #include "formats/jcamp/asdf.h"
 #include "formats/jcamp/messages.h"
 #include "formats/jcamp/params.h"
+#include "formats/read_result.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 namespace {
 
-namespace msg = jcamp_messages;
+namespace msg = messages;
 
 // Integers of the tables span at most 23 bits: 4194304 is the largest magnitude written.
 constexpr double kFullScale = 4194304.0;
@@ -112,32 +112,26 @@ void Table(std::string& out, const Scaled& scaled) {
   for (const std::string& line : EncodeDifDupLines(scaled.values, n - 1, -1)) Line(out, line);
 }
 
-int WriteText(const std::filesystem::path& file, const std::string& text, std::string& reason) {
-  const platform::Outcome written = core::WriteAtomically(file, [&](std::ostream& out) {
-    return static_cast<bool>(out.write(text.data(), static_cast<std::streamsize>(text.size())));
-  });
-  if (written.ok()) return 0;
-  reason = written.message.text;
-  return -1;
+platform::Outcome WriteText(const std::filesystem::path& file, const std::string& text) {
+  return core::WriteAtomically(file, core::StreamWriter([&](std::ostream& out) {
+    out.write(text.data(), static_cast<std::streamsize>(text.size()));
+    return static_cast<bool>(out);
+  }));
 }
 
-bool Writable(const model::Spectrum1D& s, std::string& reason) {
+// The reason a set cannot be written, or nothing.
+std::optional<platform::Outcome> Unwritable(const model::Spectrum1D& s) {
   const std::int32_t n = s.params.POINT;
-  if (n < 1 || static_cast<std::size_t>(n) > s.re.size() || static_cast<std::size_t>(n) > s.axisPpm.size()) {
-    reason = msg::kNoPoints;
-    return false;
-  }
-  if (!(s.params.OFR > 0)) {
-    reason = msg::kNoFrequency;
-    return false;
-  }
-  return true;
+  if (n < 1 || static_cast<std::size_t>(n) > s.re.size() || static_cast<std::size_t>(n) > s.axisPpm.size())
+    return Refused(msg::kTitle, msg::kNoPoints);
+  if (!(s.params.OFR > 0)) return Refused(msg::kTitle, msg::kNoFrequency);
+  return std::nullopt;
 }
 
 }  // namespace
 
-int WriteDataJCAMPDX(const std::filesystem::path& file, const model::Spectrum1D& s, std::string& reason) {
-  if (!Writable(s, reason)) return -1;
+platform::Outcome WriteDataJCAMPDX(const std::filesystem::path& file, const model::Spectrum1D& s) {
+  if (auto refused = Unwritable(s)) return *refused;
   const std::int32_t n = s.params.POINT;
   const Scaled real = Scale(std::span(s.re).first(n));
   const Axis axis = AxisOf(s);
@@ -157,11 +151,12 @@ int WriteDataJCAMPDX(const std::filesystem::path& file, const model::Spectrum1D&
   Line(out, "##XYDATA=", "(X++(Y..Y))");
   Table(out, real);
   Line(out, "##END=");
-  return WriteText(file, out, reason);
+  return WriteText(file, out);
 }
 
-int WriteDataJCAMPDX2(const std::filesystem::path& file, const model::Spectrum1D& s, std::string& reason) {
-  if (!Writable(s, reason) || s.im.size() < static_cast<std::size_t>(s.params.POINT)) return -1;
+platform::Outcome WriteDataJCAMPDX2(const std::filesystem::path& file, const model::Spectrum1D& s) {
+  if (auto refused = Unwritable(s)) return *refused;
+  if (s.im.size() < static_cast<std::size_t>(s.params.POINT)) return Refused(msg::kTitle, msg::kNoPoints);
   const std::int32_t n = s.params.POINT;
   const Scaled real = Scale(std::span(s.re).first(n));
   const Scaled imag = Scale(std::span(s.im).first(n));
@@ -194,7 +189,7 @@ int WriteDataJCAMPDX2(const std::filesystem::path& file, const model::Spectrum1D
   Table(out, imag);
   Line(out, "##END NTUPLES=", "NMR SPECTRUM");
   Line(out, "##END=");
-  return WriteText(file, out, reason);
+  return WriteText(file, out);
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

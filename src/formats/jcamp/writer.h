@@ -5,11 +5,13 @@
 #include <string>
 
 #include "model/spectrum.h"
+#include "platform/message.h"
 
-namespace velk::formats {
+namespace velk::formats::jcamp {
 
-// Return 0, or -1 with the reason when the file cannot be written (the old file is then kept).
-int WriteDataJCAMPDX(const std::filesystem::path& file, const model::Spectrum1D& s, std::string& reason);
-int WriteDataJCAMPDX2(const std::filesystem::path& file, const model::Spectrum1D& s, std::string& reason);
+// Code 0, or -1 with the reason when the set or the file cannot be written; the file is written
+// through WriteAtomically, so a failed write keeps the old file.
+platform::Outcome WriteDataJCAMPDX(const std::filesystem::path& file, const model::Spectrum1D& s);
+platform::Outcome WriteDataJCAMPDX2(const std::filesystem::path& file, const model::Spectrum1D& s);
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jcamp

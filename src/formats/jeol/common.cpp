@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "core/bytes.h"
+#include "formats/damage.h"
 #include "formats/jeol/messages.h"
 #include "model/data_type.h"
 
@@ -12,10 +13,13 @@ platform::Outcome LoadDeltaFile(const std::filesystem::path& path, DeltaFile& fi
   auto bytes = core::ReadWholeFile(path.string());
   if (!bytes) return {-1, {kDataErrorTitle, "The file cannot be read: " + path.string()}};
   file.bytes = std::move(*bytes);
+  if (file.bytes.empty()) return {-1, {kDataErrorTitle, kEmptyFile}};
   auto header = ReadDeltaHeader(file.bytes);
-  if (!header) return {-1, {kDataErrorTitle, "Not a JEOL Delta file (no \"JEOL.NMR\" mark)"}};
+  if (!header)
+    return {-1, {kDataErrorTitle, "Not a JEOL Delta file (no \"JEOL.NMR\" mark): the file " + core::FirstBytes(file.bytes)}};
   file.header = *header;
-  if (!SectionsFit(file.header, file.bytes.size())) return {1, DataError(invalidText)};
+  if (!SectionsFit(file.header, file.bytes.size()))
+    return {1, DataError(std::string(invalidText) + ": " + SectionsFault(file.header, file.bytes.size()))};
   auto records = ReadDeltaRecords(file.bytes, file.header);
   if (!records) return {1, DataError(invalidText)};
   file.records = std::move(*records);

@@ -6,7 +6,7 @@
 #include "model/format_entry.h"
 #include "model/spectrum.h"
 
-namespace velk::formats {
+namespace velk::formats::jeol {
 
 // "How to Read Comments of JEOL Delta".
 enum class DeltaCommentMode {
@@ -33,4 +33,4 @@ model::ModeResult ReadModeDelta(const model::DetectedFile& file);
 
 model::FormatEntry DeltaFormatEntry();
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jeol

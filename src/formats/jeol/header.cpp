@@ -1,5 +1,9 @@
 #include "formats/jeol/header.h"
 
+#include <algorithm>
+
+#include "formats/damage.h"
+
 #include <cstring>
 
 #include "core/text.h"
@@ -51,6 +55,15 @@ bool ParametersFit(const DeltaHeader& h, std::uint64_t fileSize) {
 
 bool SectionsFit(const DeltaHeader& h, std::uint64_t fileSize) {
   return ParametersFit(h, fileSize) && InFile(h.dataStart, h.dataLength, fileSize);
+}
+
+std::string SectionsFault(const DeltaHeader& h, std::uint64_t fileSize) {
+  const auto end = [](std::uint64_t start, std::uint64_t length) {
+    return length > UINT64_MAX - start ? UINT64_MAX : start + length;
+  };
+  if (h.parameterStart < kHeaderBytes || h.dataStart < kHeaderBytes)
+    return "a section starts inside the " + std::to_string(kHeaderBytes) + "-byte header";
+  return TruncatedAt(fileSize, std::max(end(h.parameterStart, h.parameterLength), end(h.dataStart, h.dataLength)));
 }
 
 std::optional<DeltaHeader> ReadDeltaHeader(core::Bytes bytes) {

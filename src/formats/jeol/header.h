@@ -54,5 +54,7 @@ std::optional<DeltaHeader> ReadDeltaHeader(core::Bytes bytes);
 // True when the parameter section, or both sections, named by the header lie inside the file.
 bool ParametersFit(const DeltaHeader& header, std::uint64_t fileSize);
 bool SectionsFit(const DeltaHeader& header, std::uint64_t fileSize);
+// Why the sections do not fit: "the file is truncated at byte N of the M that its header declares".
+std::string SectionsFault(const DeltaHeader& h, std::uint64_t fileSize);
 
 }  // namespace velk::formats::jeol

@@ -20,7 +20,7 @@ inline constexpr const char* kDomainTitle = "Data Domain";
 inline constexpr const char* kDomainFid = "FID (Time Domain)";
 inline constexpr const char* kDomainSpectrum = "Spectrum (Frequency Domain)";
 
-inline platform::Message DataError(const char* text) {
+inline platform::Message DataError(std::string text) {
   return {kDataErrorTitle, text, platform::Buttons::Ok, platform::Icon::Warning, true};
 }
 inline platform::Message SizeError() {

@@ -3,12 +3,11 @@
 
 #include "core/bytes.h"
 #include "core/text.h"
+#include "formats/damage.h"
 #include "formats/jeol/common.h"
 
-namespace velk::formats {
+namespace velk::formats::jeol {
 namespace {
-
-using namespace jeol;
 
 std::string Experiment(const std::vector<DeltaRecord>& records) {
   std::string name;
@@ -35,13 +34,21 @@ model::ModeResult ReadModeDelta(const model::DetectedFile& file) {
   const auto head = core::ReadFilePrefix(file.path.string(), kHeaderBytes);
   const auto header = head ? ReadDeltaHeader(*head) : std::nullopt;
   if (!header) {
-    result.reason = "no JEOL Delta header";
+    result.reason = !head ? "the file cannot be read"
+                    : head->empty() ? kEmptyFile
+                                    : "no JEOL Delta header (\"JEOL.NMR\"): the file " + core::FirstBytes(*head);
+    return result;
+  }
+  std::error_code error;
+  const std::uint64_t size = std::filesystem::file_size(file.path, error);
+  if (error || !SectionsFit(*header, size)) {
+    result.reason = "the file is no whole JEOL Delta file: " + SectionsFault(*header, error ? 0 : size);
     return result;
   }
   const auto bytes = core::ReadFilePrefix(file.path.string(), header->parameterStart + header->parameterLength);
   const auto records = bytes ? ReadDeltaRecords(*bytes, *header) : std::nullopt;
   if (!records) {
-    result.reason = "the parameter section lies outside the file";
+    result.reason = "the parameter section does not hold whole records";
     return result;
   }
   const std::string experiment = Experiment(*records);
@@ -68,4 +75,4 @@ model::FormatEntry DeltaFormatEntry() {
           }};
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jeol

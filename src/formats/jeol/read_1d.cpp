@@ -7,10 +7,9 @@
 #include "formats/jeol/common.h"
 #include "formats/jeol/messages.h"
 
-namespace velk::formats {
+namespace velk::formats::jeol {
 namespace {
 
-using namespace jeol;
 
 // The whole data section decoded in file order; nothing when it does not fit the file.
 std::optional<std::vector<float>> DecodeSection(const DeltaFile& file) {
@@ -104,4 +103,4 @@ platform::Outcome ReadDataDelta(const std::filesystem::path& path, model::Spectr
   return {};
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jeol

@@ -10,10 +10,9 @@
 #include "formats/jeol/common.h"
 #include "formats/jeol/messages.h"
 
-namespace velk::formats {
+namespace velk::formats::jeol {
 namespace {
 
-using namespace jeol;
 
 constexpr std::int32_t kBlock = 32;
 
@@ -185,4 +184,4 @@ platform::Outcome ReadData2DDelta(const std::filesystem::path& path, model::Spec
   return {};
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::jeol

@@ -2,46 +2,53 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "core/bytes.h"
 #include "core/text.h"
+#include "formats/damage.h"
 #include "formats/elements.h"
 #include "formats/read_result.h"
 #include "formats/varian/messages.h"
 
-namespace velk::formats {
+namespace velk::formats::varian {
 namespace {
 
-namespace msg = varian_messages;
+namespace msg = messages;
 using core::ByteOrder;
 
 constexpr std::uint64_t kFileHeader = 32;
 constexpr std::uint64_t kBlockHeader = 28;
-
-using Failure = ReadFailure;
 
 struct Layout {
   std::int64_t blocks = 0, traces = 0, elements = 0, traceBytes = 0, blockStride = 0;
   ElementType type = ElementType::Int32;
 };
 
+// A data file in memory with its layout and the whole blocks it holds.
+struct DataFile {
+  std::vector<std::uint8_t> bytes;
+  Layout layout;
+  std::int64_t blocks = 0;
+};
+
+platform::Outcome Bad(std::string reason) { return Refused(msg::kTitle, std::move(reason)); }
+
 // The element type: bit 3 of the status byte marks floats (the values 73, 201, 27 and 11 that
 // instruments write all carry it); otherwise integers of the header's element width.
-Layout ReadLayout(core::Bytes bytes) {
+std::optional<Layout> ReadLayout(core::Bytes bytes) {
   const auto word = [&](std::uint64_t at) { return core::Decode<std::int32_t>(bytes, at, ByteOrder::Big); };
   const auto blocks = word(0), traces = word(4), elements = word(8), elementBytes = word(12), traceBytes = word(16),
              blockBytes = word(20);
   const auto status = core::Decode<std::uint8_t>(bytes, 27, ByteOrder::Big);
-  if (!blocks || !traces || !elements || !elementBytes || !traceBytes || !blockBytes || !status)
-    throw Failure{msg::kBadHeader};
+  if (!blocks || !traces || !elements || !elementBytes || !traceBytes || !blockBytes || !status) return std::nullopt;
   Layout l;
   l.type = (*status & 0x08) ? ElementType::Float32 : *elementBytes == 2 ? ElementType::Int16 : ElementType::Int32;
   l.blocks = std::max<std::int64_t>(*blocks, 1);
   l.traces = std::max<std::int64_t>(*traces, 1);
   l.elements = *elements;
   l.traceBytes = *traceBytes;
-  if (l.elements < 1 || l.traceBytes < l.elements * static_cast<std::int64_t>(ElementWidth(l.type)))
-    throw Failure{msg::kBadHeader};
+  if (l.elements < 1 || l.traceBytes < l.elements * static_cast<std::int64_t>(ElementWidth(l.type))) return std::nullopt;
   // A block is its header and its traces; a header that says otherwise is not trusted.
   l.blockStride = std::max<std::int64_t>(*blockBytes, l.traces * l.traceBytes + kBlockHeader);
   return l;
@@ -55,23 +62,38 @@ std::int64_t BlocksPresent(core::Bytes bytes, const Layout& l) {
   return std::min(l.blocks, (size - firstEnd) / l.blockStride + 1);
 }
 
-void DecodeTrace(core::Bytes bytes, const Layout& l, std::int64_t block, std::int64_t trace, std::vector<float>& out) {
-  out.resize(static_cast<std::size_t>(l.elements));
+// The file, refused when it is empty, shorter than its header, of no sensible layout or without
+// one whole block.
+platform::Outcome Load(const std::filesystem::path& file, DataFile& data) {
+  auto bytes = core::ReadWholeFile(file.string());
+  if (!bytes) return Bad(msg::kCannotRead);
+  data.bytes = std::move(*bytes);
+  const std::uint64_t size = data.bytes.size();
+  if (size == 0) return Bad(kEmptyFile);
+  if (size < kFileHeader) return Bad(ShorterThanHeader(size, kFileHeader));
+  const auto layout = ReadLayout(data.bytes);
+  if (!layout) return Bad(std::string(msg::kBadHeader) + ": it " + core::FirstBytes(data.bytes, 28));
+  data.layout = *layout;
+  data.blocks = BlocksPresent(data.bytes, data.layout);
+  if (data.blocks < 1)
+    return Bad(TruncatedAt(size, kFileHeader + kBlockHeader +
+                                     static_cast<std::uint64_t>(layout->traces * layout->traceBytes)));
+  return {};
+}
+
+// Every trace that BlocksPresent counts lies inside the file.
+void DecodeTrace(const DataFile& f, std::int64_t block, std::int64_t trace, std::vector<float>& out) {
+  const Layout& l = f.layout;
+  out.assign(static_cast<std::size_t>(l.elements), 0.0f);
   const std::uint64_t at = kFileHeader + static_cast<std::uint64_t>(block * l.blockStride) + kBlockHeader +
                            static_cast<std::uint64_t>(trace * l.traceBytes);
-  if (!DecodeElements(bytes, at, out.size(), l.type, ByteOrder::Big, out)) throw Failure{msg::kBadHeader};
+  DecodeElements(f.bytes, at, out.size(), l.type, ByteOrder::Big, out);
 }
 
 std::int32_t PowerOfTwoAtLeast(std::int64_t n) {
   std::int64_t size = 1;
   while (size < n) size *= 2;
   return static_cast<std::int32_t>(size);
-}
-
-std::vector<std::uint8_t> Load(const std::filesystem::path& file) {
-  auto bytes = core::ReadWholeFile(file.string());
-  if (!bytes) throw Failure{msg::kCannotRead};
-  return std::move(*bytes);
 }
 
 // Varian gives the reference line as rfp (its shift in Hz from 0 ppm) lying rfl Hz above the
@@ -108,12 +130,13 @@ void SetAxis2D(model::Spectrum2D& s, int axis, std::int32_t points, double rfl, 
   extras.absFreq0ppm = extras.absFreqCenter;
 }
 
-void Allocate2D(model::Spectrum2D& s, std::int64_t columns, std::int64_t rows) {
-  if (columns < 1 || rows < 1) throw Failure{msg::kNoPoints};
+platform::Outcome Allocate2D(model::Spectrum2D& s, std::int64_t columns, std::int64_t rows) {
+  if (columns < 1 || rows < 1) return Bad(msg::kNoPoints);
   if (columns > model::kMaxAxisPoints || rows > model::kMaxAxisPoints || columns * rows > 64 * 1048576)
-    throw Failure{msg::kTooLarge};
+    return Bad(msg::kTooLarge);
   if (model::AllocateSpectrum2D(s, static_cast<std::int32_t>(columns), static_cast<std::int32_t>(rows)) != 0)
-    throw Failure{msg::kDataSize};
+    return Bad(msg::kDataSize);
+  return {};
 }
 
 // Processed files hold the spectrum from its high-frequency end: it is turned so that index 0
@@ -124,20 +147,19 @@ int ValuesPerPoint(const std::filesystem::path& file) {
 
 }  // namespace
 
-int ReadDataVarian(const std::filesystem::path& file, const VarianParameters& p, model::Spectrum1D& s,
-                   std::string& reason) {
-  return ReadIntoFresh(s, reason, [&](model::Spectrum1D& out) {
-    const std::vector<std::uint8_t> bytes = Load(file);
-    const Layout l = ReadLayout(bytes);
-    const std::int64_t n = l.elements / 2;
-    if (n < 1 || BlocksPresent(bytes, l) < 1) throw Failure{msg::kNoPoints};
-    if (n > 16 * 1048576) throw Failure{msg::kTooLarge};
+platform::Outcome ReadDataVarian(const std::filesystem::path& file, const VarianParameters& p, model::Spectrum1D& s) {
+  return ReadIntoFresh(s, msg::kTitle, [&](model::Spectrum1D& out) {
+    DataFile f;
+    if (platform::Outcome o = Load(file, f); !o.ok()) return o;
+    const std::int64_t n = f.layout.elements / 2;
+    if (n < 1) return Bad(msg::kNoPoints);
+    if (n > 16 * 1048576) return Bad(msg::kTooLarge);
     // Arrayed 1D sets keep their first spectrum's FID.
     std::vector<float> trace;
-    DecodeTrace(bytes, l, 0, 0, trace);
+    DecodeTrace(f, 0, 0, trace);
     ReadParaVarian(p, out);
     const std::int32_t points = PowerOfTwoAtLeast(n);
-    if (model::AllocateSpectrum1D(out, points) != 0) throw Failure{msg::kDataSize};
+    if (model::AllocateSpectrum1D(out, points) != 0) return Bad(msg::kDataSize);
     for (std::int64_t i = 0; i < n; ++i) {
       out.re[static_cast<std::size_t>(i)] = trace[static_cast<std::size_t>(2 * i)];
       out.im[static_cast<std::size_t>(i)] = trace[static_cast<std::size_t>(2 * i + 1)];
@@ -147,23 +169,24 @@ int ReadDataVarian(const std::filesystem::path& file, const VarianParameters& p,
     out.params.ACQTM = out.params.FREQU > 0 ? static_cast<float>(n / out.params.FREQU) : 0;
     out.texts.fileName = file.filename().string();
     out.texts.originalFileName = file.string();
+    return platform::Outcome{};
   });
 }
 
-int ReadDataVarianProc(const std::filesystem::path& file, const VarianParameters& p, model::Spectrum1D& s,
-                       std::string& reason) {
-  return ReadIntoFresh(s, reason, [&](model::Spectrum1D& out) {
-    const std::vector<std::uint8_t> bytes = Load(file);
-    const Layout l = ReadLayout(bytes);
+platform::Outcome ReadDataVarianProc(const std::filesystem::path& file, const VarianParameters& p,
+                                     model::Spectrum1D& s) {
+  return ReadIntoFresh(s, msg::kTitle, [&](model::Spectrum1D& out) {
+    DataFile f;
+    if (platform::Outcome o = Load(file, f); !o.ok()) return o;
     const int perPoint = ValuesPerPoint(file);
-    const std::int64_t n = l.elements / perPoint;
-    if (n < 1 || BlocksPresent(bytes, l) < 1) throw Failure{msg::kNoPoints};
-    if (n > 16 * 1048576) throw Failure{msg::kTooLarge};
+    const std::int64_t n = f.layout.elements / perPoint;
+    if (n < 1) return Bad(msg::kNoPoints);
+    if (n > 16 * 1048576) return Bad(msg::kTooLarge);
     std::vector<float> trace;
-    DecodeTrace(bytes, l, 0, 0, trace);
+    DecodeTrace(f, 0, 0, trace);
     ReadParaVarian(p, out);
     const auto points = static_cast<std::int32_t>(n);
-    if (model::AllocateSpectrum1D(out, points) != 0) throw Failure{msg::kDataSize};
+    if (model::AllocateSpectrum1D(out, points) != 0) return Bad(msg::kDataSize);
     for (std::int64_t i = 0; i < n; ++i) {
       const auto from = static_cast<std::size_t>((n - 1 - i) * perPoint);
       out.re[static_cast<std::size_t>(i)] = trace[from];
@@ -179,35 +202,38 @@ int ReadDataVarianProc(const std::filesystem::path& file, const VarianParameters
     out.axisFirst = static_cast<float>(r.ppmFirst);
     out.texts.fileName = file.filename().string();
     out.texts.originalFileName = file.string();
+    return platform::Outcome{};
   });
 }
 
-int ReadDataVarian2D(const std::filesystem::path& file, const VarianParameters& p, int pulseModeClass,
-                     model::Spectrum2D& s, std::string& reason) {
-  return ReadIntoFresh(s, reason, [&](model::Spectrum2D& out) {
-    const std::vector<std::uint8_t> bytes = Load(file);
-    const Layout l = ReadLayout(bytes);
-    const std::int64_t blocks = BlocksPresent(bytes, l);
+platform::Outcome ReadDataVarian2D(const std::filesystem::path& file, const VarianParameters& p, int pulseModeClass,
+                                   model::Spectrum2D& s) {
+  return ReadIntoFresh(s, msg::kTitle, [&](model::Spectrum2D& out) {
+    DataFile f;
+    if (platform::Outcome o = Load(file, f); !o.ok()) return o;
+    const Layout& l = f.layout;
+    const std::int64_t blocks = f.blocks;
     // Phase-sensitive classes hold two blocks per F1 increment.
     const bool pairs = pulseModeClass == model::VPH_HOMO || pulseModeClass == model::VPH_HMBC ||
                        pulseModeClass == model::VPH_HETERO;
     const std::int64_t rows = pairs ? blocks / 2 : blocks;
     const std::int64_t columns = l.traceBytes / 2 / 4;
     const std::int64_t complexPoints = std::min(columns, l.elements / 2);
-    if (rows < 1 || complexPoints < 1) throw Failure{msg::kNoPoints};
+    if (rows < 1 || complexPoints < 1) return Bad(msg::kNoPoints);
+    if (complexPoints > model::kMaxAxisPoints || rows > model::kMaxAxisPoints) return Bad(msg::kTooLarge);
     ReadParaVarian2D(p, out);
     const std::int32_t f2Points = PowerOfTwoAtLeast(complexPoints), f1Points = PowerOfTwoAtLeast(rows);
-    Allocate2D(out, f2Points, f1Points);
+    if (platform::Outcome o = Allocate2D(out, f2Points, f1Points); !o.ok()) return o;
     std::vector<float> trace;
     for (std::int64_t r = 0; r < rows; ++r) {
       const auto row = static_cast<std::int32_t>(r);
-      DecodeTrace(bytes, l, pairs ? 2 * r : r, 0, trace);
+      DecodeTrace(f, pairs ? 2 * r : r, 0, trace);
       for (std::int64_t c = 0; c < complexPoints; ++c) {
         out.RR.at(static_cast<std::int32_t>(c), row) = trace[static_cast<std::size_t>(2 * c)];
         out.IR.at(static_cast<std::int32_t>(c), row) = trace[static_cast<std::size_t>(2 * c + 1)];
       }
       if (!pairs) continue;
-      DecodeTrace(bytes, l, 2 * r + 1, 0, trace);
+      DecodeTrace(f, 2 * r + 1, 0, trace);
       for (std::int64_t c = 0; c < complexPoints; ++c) {
         out.RI.at(static_cast<std::int32_t>(c), row) = trace[static_cast<std::size_t>(2 * c)];
         out.II.at(static_cast<std::int32_t>(c), row) = trace[static_cast<std::size_t>(2 * c + 1)];
@@ -223,24 +249,25 @@ int ReadDataVarian2D(const std::filesystem::path& file, const VarianParameters& 
     model::RepairAfterRead2D(out, pulseModeClass);
     out.texts.fileName = file.filename().string();
     out.texts.originalFileName = file.string();
+    return platform::Outcome{};
   });
 }
 
-int ReadDataVarianProc2D(const std::filesystem::path& file, const VarianParameters& p, model::Spectrum2D& s,
-                         std::string& reason) {
-  return ReadIntoFresh(s, reason, [&](model::Spectrum2D& out) {
-    const std::vector<std::uint8_t> bytes = Load(file);
-    const Layout l = ReadLayout(bytes);
+platform::Outcome ReadDataVarianProc2D(const std::filesystem::path& file, const VarianParameters& p,
+                                       model::Spectrum2D& s) {
+  return ReadIntoFresh(s, msg::kTitle, [&](model::Spectrum2D& out) {
+    DataFile f;
+    if (platform::Outcome o = Load(file, f); !o.ok()) return o;
+    const Layout& l = f.layout;
     const int perPoint = ValuesPerPoint(file);
-    const std::int64_t blocks = BlocksPresent(bytes, l);
-    const std::int64_t rows = blocks * l.traces;
+    const std::int64_t rows = f.blocks * l.traces;
     const std::int64_t columns = l.elements / perPoint;
     ReadParaVarian2D(p, out);
-    Allocate2D(out, columns, rows);
+    if (platform::Outcome o = Allocate2D(out, columns, rows); !o.ok()) return o;
     std::vector<float> trace;
     // Trace k (block k / T, trace k % T) is row k from the high-frequency end of F1.
     for (std::int64_t k = 0; k < rows; ++k) {
-      DecodeTrace(bytes, l, k / l.traces, k % l.traces, trace);
+      DecodeTrace(f, k / l.traces, k % l.traces, trace);
       const auto row = static_cast<std::int32_t>(rows - 1 - k);
       for (std::int64_t c = 0; c < columns; ++c) {
         const auto column = static_cast<std::int32_t>(columns - 1 - c);
@@ -255,7 +282,8 @@ int ReadDataVarianProc2D(const std::filesystem::path& file, const VarianParamete
     model::RebuildPpmTables(out);
     out.texts.fileName = file.filename().string();
     out.texts.originalFileName = file.string();
+    return platform::Outcome{};
   });
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::varian

@@ -7,10 +7,10 @@
 #include "core/text.h"
 #include "formats/varian/procpar.h"
 
-namespace velk::formats {
+namespace velk::formats::varian {
 namespace {
 
-namespace msg = varian_messages;
+namespace msg = messages;
 
 // When the detector has no one to ask, an array that may be 2D is taken as 2D, the answer "Yes"
 // that the command line also gives.
@@ -32,38 +32,14 @@ model::ModeResult Probe(const model::DetectedFile& file, bool processed) {
   return result;
 }
 
-struct Loaded {
-  VarianParameters parameters;
-  std::string reason;
-  bool ok = false;
-};
-
-Loaded Parameters(const model::DetectedFile& file) {
-  Loaded loaded;
-  const auto path = FindVarianParameterFile(file.path);
-  const auto parameters = path ? ReadVarianParameters(*path) : std::nullopt;
-  if (!parameters) {
-    loaded.reason = path ? msg::kCannotRead : msg::kNoParameters;
-    return loaded;
-  }
-  loaded.parameters = *parameters;
-  loaded.ok = true;
-  return loaded;
-}
-
-platform::Outcome Finish(int code, const std::string& reason, const char* tag, const model::DetectedFile& file,
-                         model::ReadContext& context) {
-  return FinishRead(code, reason, tag, msg::kTitle, file, context);
-}
-
+// Reads the set's parameter file, then the data file with them.
 template <class Record, class Reader>
 platform::Outcome Read(const model::DetectedFile& file, Record& s, model::ReadContext& context, const char* tag,
                        Reader reader) {
-  const Loaded loaded = Parameters(file);
-  if (!loaded.ok) return Finish(-1, loaded.reason, tag, file, context);
-  std::string reason;
-  const int code = reader(loaded.parameters, s, reason);
-  return Finish(code, reason, tag, file, context);
+  const auto path = FindVarianParameterFile(file.path);
+  const auto parameters = path ? ReadVarianParameters(*path) : std::nullopt;
+  if (!parameters) return FinishRead(Refused(msg::kTitle, path ? msg::kCannotRead : msg::kNoParameters), tag, file, context);
+  return FinishRead(reader(*parameters, s), tag, file, context);
 }
 
 }  // namespace
@@ -72,22 +48,22 @@ model::ModeResult ReadModeVarianFid(const model::DetectedFile& file) { return Pr
 model::ModeResult ReadModeVarianData(const model::DetectedFile& file) { return Probe(file, true); }
 
 platform::Outcome ReadVarian1DFid(const model::DetectedFile& file, model::Spectrum1D& s, model::ReadContext& context) {
-  return Read(file, s, context, msg::kFid1DTag, [&](const VarianParameters& p, model::Spectrum1D& r, std::string& why) {
-    return ReadDataVarian(file.path, p, r, why);
+  return Read(file, s, context, msg::kFid1DTag, [&](const VarianParameters& p, model::Spectrum1D& r) {
+    return ReadDataVarian(file.path, p, r);
   });
 }
 
 platform::Outcome ReadVarian1DData(const model::DetectedFile& file, model::Spectrum1D& s, model::ReadContext& context) {
-  return Read(file, s, context, msg::kProc1DTag, [&](const VarianParameters& p, model::Spectrum1D& r, std::string& why) {
-    return ReadDataVarianProc(file.path, p, r, why);
+  return Read(file, s, context, msg::kProc1DTag, [&](const VarianParameters& p, model::Spectrum1D& r) {
+    return ReadDataVarianProc(file.path, p, r);
   });
 }
 
 platform::Outcome ReadVarian2DFid(const model::DetectedFile& file, model::Spectrum2D& s, model::ReadContext& context) {
   const int pulseModeClass = VarianClassOf(Probe(file, false).modeText);
   const platform::Outcome outcome =
-      Read(file, s, context, msg::kData2DTag, [&](const VarianParameters& p, model::Spectrum2D& r, std::string& why) {
-        return ReadDataVarian2D(file.path, p, pulseModeClass, r, why);
+      Read(file, s, context, msg::kData2DTag, [&](const VarianParameters& p, model::Spectrum2D& r) {
+        return ReadDataVarian2D(file.path, p, pulseModeClass, r);
       });
   if (outcome.ok()) context.words = {context.words.dataTypeCode, pulseModeClass, 0};
   return outcome;
@@ -95,11 +71,11 @@ platform::Outcome ReadVarian2DFid(const model::DetectedFile& file, model::Spectr
 
 platform::Outcome ReadVarian2DData(const model::DetectedFile& file, model::Spectrum2D& s, model::ReadContext& context) {
   const platform::Outcome outcome =
-      Read(file, s, context, msg::kData2DTag, [&](const VarianParameters& p, model::Spectrum2D& r, std::string& why) {
-        return ReadDataVarianProc2D(file.path, p, r, why);
+      Read(file, s, context, msg::kData2DTag, [&](const VarianParameters& p, model::Spectrum2D& r) {
+        return ReadDataVarianProc2D(file.path, p, r);
       });
   if (outcome.ok()) context.words.realOnly = core::ToUpper(file.path.filename().string()).ends_with("DATA") ? 0 : 1;
   return outcome;
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::varian

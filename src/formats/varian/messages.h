@@ -1,6 +1,6 @@
 #pragma once
 // The words of the Varian reader.
-namespace velk::formats::varian_messages {
+namespace velk::formats::varian::messages {
 
 inline constexpr const char* kModeTag = "RMV/2DRW (";
 inline constexpr const char* kPara1DTag = "ReadParaVarian/RW1D (";
@@ -20,4 +20,4 @@ inline constexpr const char* kBadHeader = "the file header does not describe the
 inline constexpr const char* kNoFrequency = "the parameter file gives no observe frequency (sfrq)";
 inline constexpr const char* kNoPoints = "the data file holds no points";
 
-}  // namespace velk::formats::varian_messages
+}  // namespace velk::formats::varian::messages

@@ -10,10 +10,10 @@
 #include "formats/varian/messages.h"
 #include "model/nucleus.h"
 
-namespace velk::formats {
+namespace velk::formats::varian {
 namespace {
 
-namespace msg = varian_messages;
+namespace msg = messages;
 
 // procpar files hold a few thousand parameters; anything far larger is no parameter file.
 constexpr std::uint64_t kMaxParameterBytes = 64 * 1024 * 1024;
@@ -217,4 +217,4 @@ void ReadParaVarian2D(const VarianParameters& p, model::Spectrum2D& s) {
   s.extras[model::F1].fidPoints = Clamped<std::int32_t>(VarianNumber(p, "NI"));
 }
 
-}  // namespace velk::formats
+}  // namespace velk::formats::varian

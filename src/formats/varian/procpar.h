@@ -11,7 +11,7 @@
 #include "model/spectrum.h"
 #include "platform/prompt.h"
 
-namespace velk::formats {
+namespace velk::formats::varian {
 
 // Values by parameter name in upper case. Each parameter is a name line ("sfrq 1 1 1e9 0 0 2 1 0 1
 // 64"), a value line with the count first (strings quoted, one a line after the first), and an
@@ -39,4 +39,4 @@ int VarianClassOf(const std::string& modeText);
 void ReadParaVarian(const VarianParameters& p, model::Spectrum1D& s);
 void ReadParaVarian2D(const VarianParameters& p, model::Spectrum2D& s);
 
-}  // namespace velk::formats
+}  // namespace velk::formats::varian

@@ -1,0 +1,7 @@
+// The jcamp reader on any bytes: no crash, no read outside the file, no undefined behaviour.
+#include "fuzz/fuzz_read.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  velk::fuzz::ReadBytesAs("x.jdx", data, size);
+  return 0;
+}
