@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "model/spectrum.h"
+#include "model/vendor_recipe.h"
 #include "platform/message.h"
 #include "platform/progress.h"
 #include "processing/linear_prediction.h"
@@ -44,6 +45,9 @@ struct SequenceSettings {
   bool t1Noise = false;
   float t1Factor = 1.0f;
   int threads = 0;  // 0: every core
+  // The spectrometer's own recipe: when set, the run follows it instead of the windows, shift and
+  // phases above (see vendor_sequence.h).
+  std::optional<model::VendorRecipe> vendor;
   std::string operatorName;
   // The table of reference rows, searched by instrument identifier, solvent and nucleus (upper
   // case) and the centre frequency in MHz; it answers the frequency of 0 ppm in MHz. Without a

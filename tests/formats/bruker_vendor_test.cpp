@@ -5,10 +5,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <numbers>
 
 #include "formats/bruker_sets.h"
 #include "processing/sequence.h"
+#include "processing/vendor_sequence.h"
 #include "support/corpus.h"
 
 namespace velk::test {
@@ -151,6 +153,54 @@ TEST(BrukerVendorSpectra, OurTransformOfSerFindsTheVendorsPeaksOnItsGrid) {
     if (t.phaseSensitive) {
       EXPECT_GE(AgreeingSigns(t), 18) << set;
     }
+  }
+}
+
+// With the recipe stored beside the raw data the transform is the vendor's: the strongest peaks in
+// place, the vendor's sign on each of them in RR, and the whole plane alike. Our point k is the
+// vendor's point k - 1 on both axes (the carrier one point further from the low end).
+TEST(BrukerVendorSpectra, TheStoredRecipeReproducesTheVendorsSpectrum) {
+  for (const char* set : {"cyclosporin_cosy/1", "cyclosporin_hsqc/3", "cyclosporin_hmbc/2"}) {
+    ScriptedPrompt prompt;
+    const fs::path folder = CorpusPath(std::string("bruker/") + set);
+    model::Spectrum2D vendor, ours;
+    ASSERT_TRUE(Read(folder / "pdata/1/2rr", vendor, prompt).outcome.ok()) << set;
+    const auto raw = Read(folder / "ser", ours, prompt);
+    ASSERT_TRUE(raw.outcome.ok()) << set;
+    ASSERT_TRUE(ours.vendor.recipe.has_value()) << set;
+    auto settings = processing::VendorSequenceSettings(ours, *ours.vendor.recipe, raw.words.pulseModeClass,
+                                                       model::kBruker);
+    ASSERT_TRUE(settings.vendor.has_value()) << set;
+    platform::NoProgress progress;
+    std::vector<std::string> list;
+    ASSERT_EQ(processing::Execute2DFft(ours, settings, {progress, list}).code, 0) << set;
+    const std::int32_t n2 = vendor.axis[F2].Point, n1 = vendor.axis[F1].Point;
+    ASSERT_EQ(ours.axis[F2].Point, n2) << set;
+    ASSERT_EQ(ours.axis[F1].Point, n1) << set;
+    double sxy = 0, sxx = 0, syy = 0, sx = 0, sy = 0, count = 0;
+    for (std::int32_t r = 0; r + 1 < n1; ++r)
+      for (std::int32_t c = 0; c + 1 < n2; ++c) {
+        const double x = ours.RR.at(c + 1, r + 1), y = vendor.RR.at(c, r);
+        sxy += x * y, sxx += x * x, syy += y * y, sx += x, sy += y, ++count;
+      }
+    const double correlation =
+        (sxy - sx * sy / count) / std::sqrt((sxx - sx * sx / count) * (syy - sy * sy / count));
+    auto peaks = LocalMaxima(n2, n1, [&](int c, int r) { return std::fabs(vendor.RR.at(c, r)); });
+    peaks.resize(20);
+    auto mine = LocalMaxima(n2, n1, [&](int c, int r) { return std::fabs(ours.RR.at(c, r)); });
+    mine.erase(std::remove_if(mine.begin(), mine.end(), [&](const Peak& p) { return p.height < 0.01f * mine[0].height; }),
+               mine.end());
+    int near = 0, signs = 0;
+    for (const Peak& v : peaks) {
+      near += std::any_of(mine.begin(), mine.end(), [&](const Peak& p) {
+        return std::abs(p.column - 1 - v.column) <= 1.5 && std::abs(p.row - 1 - v.row) <= 1.5;
+      });
+      signs += ours.RR.at(v.column + 1, v.row + 1) * vendor.RR.at(v.column, v.row) > 0;
+    }
+    std::printf("%s: peaks %d/20, signs %d/20, correlation %.4f\n", set, near, signs, correlation);
+    EXPECT_GE(near, 19) << set;
+    EXPECT_EQ(signs, 20) << set;
+    EXPECT_GE(correlation, 0.99) << set;
   }
 }
 

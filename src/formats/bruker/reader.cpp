@@ -72,6 +72,7 @@ Outcome ReadRaw2D(const DetectedFile& file, model::Spectrum2D& s, LoadState& sta
     state.pulseModeClass = PreselectedClass(probe.kind, FnModeOf(acqu2s));
   }
   if (const int code = RPBru(acqus, acqu2s, s, state); code != 0) return ParameterFailure(code, state, true);
+  s.vendor.recipe = ReadVendorRecipe(file.folder);
   return {};
 }
 

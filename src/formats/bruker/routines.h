@@ -4,6 +4,7 @@
 // for a file that is not the vendor's.
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "formats/bruker/param_files.h"
@@ -54,6 +55,8 @@ bool PreparePlanes(model::Spectrum2D& s, std::int32_t f2, std::int32_t f1, bool 
 // Moves the planes, ppm tables and work traces of one record to another, so that a load reuses the
 // session's memory; the data routines check everything before they write into them.
 void LendPlanes(model::Spectrum2D& from, model::Spectrum2D& to);
+// The processing stored with a raw data set (experiment/pdata/N), when there is one.
+std::optional<model::VendorRecipe> ReadVendorRecipe(const fs::path& experiment);
 // The title file: line ends normalised to CR LF; empty when there is none.
 std::string ReadTitleFile(const fs::path& title);
 
