@@ -136,6 +136,53 @@ TEST(BrukerRawData, EchoAntiechoPairsAreRecombined) {
   EXPECT_NE(s.processing[1].find("GRPDLY"), std::string::npos);
 }
 
+// The processing stored beside the raw data: the lowest numbered pdata folder that has both files,
+// keys in the files' mixed case; folders that are not numbers or lack proc2s are passed over.
+TEST(BrukerRawData, StoredProcessingBecomesTheRecipe) {
+  TempFolder folder;
+  folder.Write("acqus", F2Acqus(256));
+  folder.Write("acqu2s", F1Acqus(4, 6));
+  const std::string f2 = ParameterFile("##$SI= 512\n##$WDW= 4\n##$SSB= 2\n##$TDeff= 200\n##$PHC0= 240.5\n"
+                                       "##$PHC1= -3.5\n##$FCOR= 1\n##$NC_proc= -4\n##$PH_mod= 1\n");
+  const std::string f1 = ParameterFile("##$SI= 256\n##$WDW= 2\n##$LB= -1.5\n##$GB= 0.2\n##$ME_mod= 2\n"
+                                       "##$NCOEF= 32\n##$LPBIN= 8\n##$MC2= 5\n##$FCOR= 0.5\n##$PHC0= -177\n");
+  folder.Write("pdata/10/procs", ParameterFile("##$SI= 64\n"));
+  folder.Write("pdata/10/proc2s", ParameterFile("##$SI= 64\n"));
+  folder.Write("pdata/1/procs", f2);
+  folder.Write("pdata/1/proc2s", f1);
+  folder.Write("pdata/0/procs", f2);  // no proc2s
+  folder.Write("pdata/old/procs", f2);
+  folder.Write("pdata/old/proc2s", f1);
+  model::Spectrum2D s;
+  ScriptedPrompt prompt;
+  ASSERT_TRUE(Read(folder.Write("ser", Binary(std::vector<std::int32_t>(1024, 0))), s, prompt).outcome.ok());
+  ASSERT_TRUE(s.vendor.recipe.has_value());
+  const model::VendorRecipe& r = *s.vendor.recipe;
+  EXPECT_EQ(std::filesystem::path(r.source).filename(), "1");
+  const auto& a2 = r.axis[model::F2];
+  EXPECT_EQ(a2.si, 512);
+  EXPECT_EQ(a2.window, model::kVendorSquaredSine);
+  EXPECT_EQ(a2.ssb, 2);
+  EXPECT_EQ(a2.tdEff, 200);
+  EXPECT_EQ(a2.phc0, 240.5);
+  EXPECT_EQ(a2.phc1, -3.5);
+  EXPECT_EQ(a2.phaseMode, 1);
+  EXPECT_EQ(r.scaleExponent, -4);
+  const auto& a1 = r.axis[model::F1];
+  EXPECT_EQ(a1.window, model::kVendorGaussian);
+  EXPECT_EQ(a1.lb, -1.5);
+  EXPECT_EQ(a1.gb, 0.2);
+  EXPECT_EQ(a1.predictionMode, 2);
+  EXPECT_EQ(a1.ncoef, 32);
+  EXPECT_EQ(a1.lpbin, 8);
+  EXPECT_EQ(a1.fcor, 0.5);
+  EXPECT_EQ(r.f1Scheme, 5);
+  // Without a processing folder there is no recipe.
+  std::filesystem::remove_all(folder / "pdata");
+  ASSERT_TRUE(Read(folder / "ser", s, prompt).outcome.ok());
+  EXPECT_FALSE(s.vendor.recipe.has_value());
+}
+
 // Submatrices of 2 rows by 4 columns; the file's first value is the high-frequency corner.
 TEST(BrukerProcessedData, SubmatricesAreUnscrambledAndBothAxesTurned) {
   const int f2 = 8, f1 = 4, x2 = 4, x1 = 2;
