@@ -183,6 +183,30 @@ TEST(BrukerRawData, StoredProcessingBecomesTheRecipe) {
   EXPECT_FALSE(s.vendor.recipe.has_value());
 }
 
+// Files older than GRPDLY name the filter by version and decimation: the delay comes from the table,
+// and the FID shift with it. GRPDLY, where present, wins.
+TEST(BrukerRawData, FilterDelayFromVersionAndDecimation) {
+  TempFolder folder;
+  folder.Write("acqu2s", F1Acqus(4, 4));
+  folder.Write("ser", Binary(std::vector<std::int32_t>(1024, 0)));
+  model::Spectrum2D s;
+  ScriptedPrompt prompt;
+  const auto delayOf = [&](const std::string& keys) {
+    std::string acqus = F2Acqus(256, keys);
+    acqus.replace(acqus.find("##$GRPDLY= 67.75\n"), 17, "");
+    folder.Write("acqus", acqus);
+    EXPECT_TRUE(Read(folder / "ser", s, prompt).outcome.ok());
+    return s.vendor.groupDelay;
+  };
+  EXPECT_DOUBLE_EQ(delayOf("##$DSPFVS= 10\n##$DECIM= 32\n"), 70.015625);
+  EXPECT_EQ(s.fidShift, 70);
+  EXPECT_DOUBLE_EQ(delayOf("##$DSPFVS= 12\n##$DECIM= 32\n"), 72.125);
+  EXPECT_DOUBLE_EQ(delayOf("##$DSPFVS= 11\n##$DECIM= 32\n"), 72.75);
+  EXPECT_DOUBLE_EQ(delayOf("##$DSPFVS= 12\n##$DECIM= 24\n"), 70.166666666666667);
+  EXPECT_DOUBLE_EQ(delayOf("##$DSPFVS= 20\n##$DECIM= 32\n##$GRPDLY= 76\n"), 76);
+  EXPECT_DOUBLE_EQ(delayOf("##$DSPFVS= 10\n##$DECIM= 5\n"), 0);  // not in the table: no delay
+}
+
 // Submatrices of 2 rows by 4 columns; the file's first value is the high-frequency corner.
 TEST(BrukerProcessedData, SubmatricesAreUnscrambledAndBothAxesTurned) {
   const int f2 = 8, f1 = 4, x2 = 4, x1 = 2;

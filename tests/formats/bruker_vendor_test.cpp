@@ -9,6 +9,7 @@
 #include <numbers>
 
 #include "formats/bruker_sets.h"
+#include "processing/fid_corrections.h"
 #include "processing/sequence.h"
 #include "processing/vendor_sequence.h"
 #include "support/corpus.h"
@@ -202,6 +203,16 @@ TEST(BrukerVendorSpectra, TheStoredRecipeReproducesTheVendorsSpectrum) {
     EXPECT_EQ(signs, 20) << set;
     EXPECT_GE(correlation, 0.99) << set;
   }
+}
+
+// The HMBC's largest FID points lie well after the filter's onset; the shift is the file's delay.
+TEST(BrukerVendorSpectra, TheFilesGroupDelayIsTheShiftOfALongRangeSet) {
+  ScriptedPrompt prompt;
+  model::Spectrum2D s;
+  ASSERT_TRUE(Read(CorpusPath("bruker/cyclosporin_hmbc/2") / "ser", s, prompt).outcome.ok());
+  s.fidShift = 0;
+  processing::ChooseFidShift2D(s, {}, processing::kBrukerFamily);
+  EXPECT_EQ(s.fidShift, 68);
 }
 
 }  // namespace velk::test
