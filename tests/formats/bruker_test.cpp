@@ -207,6 +207,28 @@ TEST(BrukerRawData, FilterDelayFromVersionAndDecimation) {
   EXPECT_DOUBLE_EQ(delayOf("##$DSPFVS= 10\n##$DECIM= 5\n"), 0);  // not in the table: no delay
 }
 
+// An acquisition stopped after 3 of 4 increments (the last row unpadded and a part row after it):
+// the whole increments are read, the rest of F1 is zero, and the processing text says so.
+TEST(BrukerRawData, EarlyStoppedAcquisitionReadsItsWholeIncrements) {
+  const int rows = 8, values = 200, stride = 256;
+  auto ser = SerRows(rows, values, stride);
+  ser.resize(5 * stride + values + 17);  // rows 0..5 whole (row 5 without padding), a part of row 6
+  TempFolder folder;
+  folder.Write("acqus", F2Acqus(values));
+  folder.Write("acqu2s", F1Acqus(rows, 4));
+  model::Spectrum2D s;
+  ScriptedPrompt prompt;
+  ASSERT_TRUE(Read(folder.Write("ser", Binary(ser)), s, prompt).outcome.ok());
+  EXPECT_EQ(s.extras[model::F1].fidPoints, 3);
+  EXPECT_EQ(s.axis[model::F1].Point, 4);  // the F1 size still follows TD
+  EXPECT_EQ(s.RI.at(1, 2), Value(5, 2));
+  EXPECT_EQ(s.RR.at(0, 3), 0.0f);
+  const bool said = std::any_of(s.processing.begin(), s.processing.end(), [](const std::string& line) {
+    return line.find("stopped early: 3 of 4 increments") != std::string::npos;
+  });
+  EXPECT_TRUE(said);
+}
+
 // Submatrices of 2 rows by 4 columns; the file's first value is the high-frequency corner.
 TEST(BrukerProcessedData, SubmatricesAreUnscrambledAndBothAxesTurned) {
   const int f2 = 8, f1 = 4, x2 = 4, x1 = 2;
@@ -277,7 +299,7 @@ TEST(BrukerDamagedInput, RefusedWithAMessageAndTheRecordKept) {
   };
   const std::size_t full = 4 * 1024 * 4;  // 4 rows of 1024 values
   const std::vector<Case> raw{
-      {"truncated ser", F2Acqus(1024), F1Acqus(4, 5), full - 100},
+      {"ser shorter than one increment", F2Acqus(1024), F1Acqus(4, 5), full / 2 - 100},
       {"acqus without ##ORIGIN", ParameterFile("##$SFO1= 100\n##$SW_h= 5000\n##$TD= 1024\n", ""), F1Acqus(4, 5), full},
       {"F1 TD of 1 in a phase-sensitive set", F2Acqus(1024), F1Acqus(1, 5), full},
       {"F2 TD beyond any size", F2Acqus(2000000000), F1Acqus(4, 5), full},
