@@ -205,6 +205,18 @@ TEST(BrukerVendorSpectra, TheStoredRecipeReproducesTheVendorsSpectrum) {
   }
 }
 
+// The HSQC's title file pads its one line with nine blank lines: the comment is the line, whether
+// the raw ser or the processed 2rr is read.
+TEST(BrukerVendorSpectra, TheTitleFileIsTheComment) {
+  ScriptedPrompt prompt;
+  for (const char* file : {"ser", "pdata/1/2rr"}) {
+    model::Spectrum2D s;
+    ASSERT_TRUE(Read(CorpusPath("bruker/cyclosporin_hsqc/3") / file, s, prompt).outcome.ok());
+    EXPECT_EQ(s.comment, "echo/antiecho edited HSQC Cyclosporin AV 500") << file;
+    EXPECT_EQ(s.params.COMNT, s.comment) << file;
+  }
+}
+
 // The HMBC's largest FID points lie well after the filter's onset; the shift is the file's delay.
 TEST(BrukerVendorSpectra, TheFilesGroupDelayIsTheShiftOfALongRangeSet) {
   ScriptedPrompt prompt;
