@@ -187,6 +187,7 @@ int RunProcess(const ProcessOptions& o) {
   vp::SequenceSettings settings = vp::MakeSequenceSettings(s, pulseModeClass, format);
   settings.threads = o.threads;
   settings.f1Inverse = o.f1Inverse;
+  settings.f2Only = !s.vendor.series.empty();
   PresetWindows(settings, pulseModeClass);
   if (auto e = ApplyWindow(o.windowF2, settings.axis[F2].window); !e.empty()) return Fail(e);
   if (auto e = ApplyWindow(o.windowF1, settings.axis[F1].window); !e.empty()) return Fail(e);
@@ -241,6 +242,7 @@ int RunProcess(const ProcessOptions& o) {
     j["class"] = pulseModeClass;
     j["mode"] = vp::IsPhaseSensitive(pulseModeClass) ? "pha" : "abs";
     j["fid_shift"] = shift;
+    if (settings.f2Only) j["pseudo_2d"] = s.vendor.series;
     j["zero_fill"] = {{"f2", settings.axis[F2].zeroFill}, {"f1", settings.axis[F1].zeroFill}};
     j["prediction_failures"] = failures;
     j["seconds"] = seconds;

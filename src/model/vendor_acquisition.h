@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "model/vendor_recipe.h"
 
@@ -21,7 +22,10 @@ struct VendorAcquisition {
   std::int32_t filterVersion = 0;  // DSPFVS
   int quadratureF1 = kQuadUndefined;  // FnMODE of the F1 parameter file
   bool echoAntiechoCombined = false;
-  std::optional<VendorRecipe> recipe;  // the processing stored beside raw data (pdata/N)  // echo/anti-echo row pairs were turned into cosine/sine pairs on reading
+  std::optional<VendorRecipe> recipe;
+  // A pseudo-2D set (relaxation or diffusion series): 1D spectra stacked along a list, named here
+  // ("t1ir, vdlist"); empty for a set with two frequency axes.
+  std::string series;  // the processing stored beside raw data (pdata/N)  // echo/anti-echo row pairs were turned into cosine/sine pairs on reading
   // Tables indexed 1..31 as the files index them (element 0 unused).
   std::array<float, 32> pulses{}, delays{}, constants{}, increments{};
 };

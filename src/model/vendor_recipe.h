@@ -28,6 +28,7 @@ struct VendorAxisRecipe {
   std::int32_t ncoef = 0;      // prediction coefficients (the complex order is half of them)
   std::int32_t lpbin = 0;      // points after prediction (0: twice the acquired points)
   int phaseMode = 0;           // PH_mod: 0 none, 1 phased, 2 magnitude, 3 power
+  int ftMode = -1;             // FT_mod: 0 the axis was not transformed (a series along it); -1 not given
 };
 
 struct VendorRecipe {

@@ -44,6 +44,7 @@ struct SequenceSettings {
   bool fidBaseline = false;  // applied on reading; here only written into the text
   bool t1Noise = false;
   float t1Factor = 1.0f;
+  bool f2Only = false;  // a series of 1D spectra (pseudo-2D): no F1 transform, the F1 axis as read
   int threads = 0;  // 0: every core
   // The spectrometer's own recipe: when set, the run follows it instead of the windows, shift and
   // phases above (see vendor_sequence.h).

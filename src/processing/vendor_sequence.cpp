@@ -89,6 +89,17 @@ std::string AxisLine(const char* axis, const model::VendorAxisRecipe& r) {
   return text;
 }
 
+SequenceResult Finish(model::Spectrum2D& s, SequenceSettings& settings) {
+  SequenceResult result;
+  result.fftDate = FinalStage(s, settings, false);
+  // The recipe goes into the free lines at the end of the processing text.
+  const auto lines = VendorRecipeLines(*settings.vendor);
+  std::size_t slot = s.processing.size();
+  while (slot > 0 && s.processing[slot - 1].empty()) --slot;
+  for (std::size_t i = 0; i < lines.size() && slot + i < s.processing.size(); ++i) s.processing[slot + i] = lines[i];
+  return result;
+}
+
 }  // namespace
 
 SequenceSettings VendorSequenceSettings(const model::Spectrum2D& s, const model::VendorRecipe& recipe,
@@ -103,6 +114,7 @@ SequenceSettings VendorSequenceSettings(const model::Spectrum2D& s, const model:
     p.zeroFill = si / p.baseSize;
   }
   settings.vendor = recipe;
+  settings.f2Only = recipe.axis[F1].ftMode == 0 || !s.vendor.series.empty();
   return settings;
 }
 
@@ -158,6 +170,7 @@ SequenceResult ExecuteVendorFft(model::Spectrum2D& s, SequenceSettings& settings
   if (!TransformAll(s.RR, s.IR, f2, rows, false, workers)) return Cancelled();
   if (phase && !TransformAll(s.RI, s.II, f2, rows, false, workers)) return Cancelled();
   s.axis[F2].Resolution /= settings.axis[F2].zeroFill;
+  if (settings.f2Only) return Finish(s, settings);
   run.list.push_back("F1FFT");
   if (run.onCaption) run.onCaption("F1FFT");
   const VendorTracePlan f1 = PlanF1(s, settings, n1, phase);
@@ -165,15 +178,7 @@ SequenceResult ExecuteVendorFft(model::Spectrum2D& s, SequenceSettings& settings
   if (phase && !TransformAll(s.IR, s.II, f1, n2, true, workers)) return Cancelled();
   s.axis[F1].Resolution /= settings.axis[F1].zeroFill;
   if (!phase) Magnitude(s, n1, n2);
-  run.list.push_back("Make Display Data");
-  SequenceResult result;
-  result.fftDate = FinalStage(s, settings, false);
-  // The recipe goes into the free lines at the end of the processing text.
-  const auto lines = VendorRecipeLines(*settings.vendor);
-  std::size_t slot = s.processing.size();
-  while (slot > 0 && s.processing[slot - 1].empty()) --slot;
-  for (std::size_t i = 0; i < lines.size() && slot + i < s.processing.size(); ++i) s.processing[slot + i] = lines[i];
-  return result;
+  return Finish(s, settings);
 }
 
 std::vector<std::string> VendorRecipeLines(const model::VendorRecipe& recipe) {

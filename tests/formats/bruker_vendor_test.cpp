@@ -217,6 +217,41 @@ TEST(BrukerVendorSpectra, TheTitleFileIsTheComment) {
   }
 }
 
+// The inversion-recovery series is named as one and transformed along F2 only, as the vendor did
+// (F1 not transformed): each of its rows is the vendor's row of the same delay. The vendor's rows
+// are read turned, like every F1 axis of a processed file.
+TEST(BrukerVendorSpectra, APseudo2DSeriesIsTransformedAlongF2Only) {
+  ScriptedPrompt prompt;
+  model::Spectrum2D cosy;
+  ASSERT_TRUE(Read(CorpusPath("bruker/cyclosporin_cosy/1") / "ser", cosy, prompt).outcome.ok());
+  EXPECT_EQ(cosy.vendor.series, "");
+  const fs::path folder = CorpusPath("bruker/inversionRecovery2D/1");
+  model::Spectrum2D vendor, ours;
+  ASSERT_TRUE(Read(folder / "pdata/1/2rr", vendor, prompt).outcome.ok());
+  const auto raw = Read(folder / "ser", ours, prompt);
+  ASSERT_TRUE(raw.outcome.ok());
+  EXPECT_EQ(ours.vendor.series, "t1ir, vdlist");
+  ASSERT_TRUE(ours.vendor.recipe.has_value());
+  auto settings = processing::VendorSequenceSettings(ours, *ours.vendor.recipe, raw.words.pulseModeClass, model::kBruker);
+  EXPECT_TRUE(settings.f2Only);
+  const double f1First = ours.extras[F1].ppmFirst;
+  platform::NoProgress progress;
+  std::vector<std::string> list;
+  ASSERT_EQ(processing::Execute2DFft(ours, settings, {progress, list}).code, 0);
+  EXPECT_EQ(ours.extras[F1].ppmFirst, f1First);
+  const std::int32_t n2 = vendor.axis[F2].Point, n1 = vendor.axis[F1].Point, rows = ours.extras[F1].fidPoints;
+  ASSERT_EQ(ours.axis[F2].Point, n2);
+  ASSERT_EQ(rows, 10);
+  for (std::int32_t r = 0; r < rows; ++r) {
+    double sxy = 0, sxx = 0, syy = 0;
+    for (std::int32_t c = 0; c + 1 < n2; ++c) {
+      const double x = ours.RR.at(c + 1, r), y = vendor.RR.at(c, n1 - 1 - r);
+      sxy += x * y, sxx += x * x, syy += y * y;
+    }
+    EXPECT_GT(sxy / std::sqrt(sxx * syy), 0.99) << "row " << r;
+  }
+}
+
 // The HMBC's largest FID points lie well after the filter's onset; the shift is the file's delay.
 TEST(BrukerVendorSpectra, TheFilesGroupDelayIsTheShiftOfALongRangeSet) {
   ScriptedPrompt prompt;

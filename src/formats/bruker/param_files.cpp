@@ -217,6 +217,7 @@ int ParseProcessingFile(const std::filesystem::path& file, ProcessingFile& p) {
       {"##$NCOEF", Integer(p.recipe.ncoef)},
       {"##$LPBIN", Integer(p.recipe.lpbin)},
       {"##$MC2", Integer(p.mc2)},
+      {"##$FT_MOD", Integer(p.recipe.ftMode)},
       {"##$NC_PROC", Integer(p.ncProc)},
   };
   return ForEachLine(file, handlers, [&p](const std::string& line) {

@@ -74,6 +74,7 @@ Outcome ReadRaw2D(const DetectedFile& file, model::Spectrum2D& s, LoadState& sta
   }
   if (const int code = RPBru(acqus, acqu2s, s, state); code != 0) return ParameterFailure(code, state, true);
   s.vendor.recipe = ReadVendorRecipe(file.folder);
+  s.vendor.series = SeriesOf(file.folder, s.params.EXMOD);
   if (s.vendor.recipe) SetTitle(s.vendor.recipe->source, s.comment, s.params.COMNT);
   return {};
 }

@@ -58,6 +58,8 @@ void LendPlanes(model::Spectrum2D& from, model::Spectrum2D& to);
 // The digital filter's delay in points for files without GRPDLY (DSPFVS 10 to 13); 0 when the
 // version or the decimation is not in the vendor's table.
 double TabulatedGroupDelay(int decimation, int filterVersion);
+// What the rows of a pseudo-2D set step through ("t1ir, vdlist"); empty for a true 2D set.
+std::string SeriesOf(const fs::path& experiment, const std::string& pulseProgram);
 // The processing stored with a raw data set (experiment/pdata/N), when there is one.
 std::optional<model::VendorRecipe> ReadVendorRecipe(const fs::path& experiment);
 // The title file: line ends normalised to CR LF; empty when there is none.
