@@ -7,10 +7,10 @@
 
 #include "cli/cli_prompt.h"
 #include "cli/commands.h"
-#include "formats/registry.h"
+#include "cli/cli_io.h"
+#include "document/read_data_set.h"
 #include "model/pulse_mode.h"
 #include "model/spectrum.h"
-#include "model/type_detector.h"
 
 namespace velk::cli {
 namespace {
@@ -75,45 +75,20 @@ void PrintText(const json& j, const std::string& indent = "") {
   }
 }
 
-// Exit status: 0 recognised and read, 1 refused, 2 unreadable.
 int RunInfo(const std::string& path, bool asJson) {
-  const model::FormatTable formats = formats::Formats();
-  const model::Detection d = model::TypeDetector(path, formats);
-  json out = DescribeDetection(d);
-  int status = 0;
-  if (d.code < 0) {
-    std::cerr << "velk2d-cli info: " << path << ": " << d.reason << "\n";
-    status = std::filesystem::exists(path) ? 1 : 2;
+  CliPrompt prompt;
+  const document::ReadResult read = document::ReadDataSet(path, prompt);
+  json out = DescribeDetection(read.detection);
+  const int status = StatusOf(read.outcome);
+  if (status != kDone) {
+    Complain("info", path, TextOf(read.outcome.message), status);
+  } else if (document::DimensionOf(*read.document) == 2) {
+    const document::Document& d = *read.document;
+    out["data"] = Describe2D(d.spectrum);
+    out["data"]["real_only"] = d.words.realOnly != 0;
+    out["data"]["trace_points"] = {{"f2", d.companionF2.params.POINT}, {"f1", d.companionF1.params.POINT}};
   } else {
-    const auto* entry = &*std::find_if(formats.begin(), formats.end(), [&](const model::FormatEntry& e) {
-      return e.extensionWord == d.file.extensionWord;
-    });
-    CliPrompt prompt;
-    platform::NoProgress progress;
-    model::DataWords words{d.code, d.pulseModeClass, 0};
-    model::Spectrum1D f2, f1;
-    model::ReadContext context{prompt, progress, words, nullptr, &f2, &f1};
-    platform::Outcome outcome{-1, {}};
-    if (model::Dimension(d.code) == 2 && entry->read2D) {
-      auto spectrum = std::make_unique<model::Spectrum2D>();
-      outcome = entry->read2D(d.file, *spectrum, context);
-      if (outcome.ok()) {
-        out["data"] = Describe2D(*spectrum);
-        out["data"]["real_only"] = words.realOnly != 0;
-        out["data"]["trace_points"] = {{"f2", f2.params.POINT}, {"f1", f1.params.POINT}};
-      }
-    } else if (model::Dimension(d.code) == 1 && entry->read1D) {
-      auto spectrum = std::make_unique<model::Spectrum1D>();
-      outcome = entry->read1D(d.file, *spectrum, context);
-      if (outcome.ok()) out["data"] = Describe1D(*spectrum);
-    } else {
-      outcome.message.text = "no reader for this kind of data yet";
-    }
-    if (!outcome.ok()) {
-      std::cerr << "velk2d-cli info: " << path << ": " << outcome.message.title
-                << (outcome.message.title.empty() ? "" : ": ") << outcome.message.text << "\n";
-      status = outcome.code == 1 ? 1 : 2;
-    }
+    out["data"] = Describe1D(read.document->oneD);
   }
   if (asJson) std::cout << out.dump(2) << "\n";
   else PrintText(out);
@@ -126,6 +101,7 @@ void AddInfoCommand(CLI::App& app, int& status) {
   auto* command = app.add_subcommand("info", "Detect a file's type and show what its reader finds in it");
   auto path = std::make_shared<std::string>();
   auto asJson = std::make_shared<bool>(false);
+  command->footer(kStatusHelp);
   command->add_option("PATH", *path, "a data file or a vendor's data folder")->required();
   command->add_flag("--json", *asJson, "print one JSON object with stable keys");
   command->callback([path, asJson, &status] { status = RunInfo(*path, *asJson); });

@@ -6,15 +6,15 @@
 #include <optional>
 #include <sstream>
 
+#include "cli/cli_io.h"
 #include "cli/cli_prompt.h"
 #include "cli/commands.h"
-#include "cli/read_input.h"
+#include "document/transform.h"
 #include "display/display_grid.h"
 #include "display/page_picture.h"
 #include "model/data_type.h"
 #include "model/spectrum.h"
 #include "platform/qt/picture_file.h"
-#include "processing/sequence.h"
 
 namespace velk::cli {
 namespace {
@@ -65,24 +65,7 @@ std::optional<display::DisplayState> MakeView(const model::Spectrum2D& s, const 
   return v;
 }
 
-// A raw FID is transformed as the FT window would do it on "Execute 2D-FFT(No LP)" right after
-// opening: the settings the record brings, the initial F1 phase of its class, no zero filling.
-processing::SequenceResult ProcessWithDefaults(LoadedData& data) {
-  model::Spectrum2D& s = *data.twoD;
-  processing::SequenceSettings settings =
-      processing::MakeSequenceSettings(s, data.words.pulseModeClass, model::FormatOf(data.words.dataTypeCode));
-  processing::InitialF1Phase(s, settings, data.detection.modeText);
-  platform::NoProgress progress;
-  std::vector<std::string> list;
-  const processing::SequenceResult result = processing::Execute2DFft(s, settings, {progress, list});
-  if (result.code == 0) data.words.dataTypeCode |= model::kProcessedBit;
-  return result;
-}
-
-int Fail(const std::string& path, const std::string& text, int status) {
-  std::cerr << "velk2d-cli plot: " << path << ": " << text << "\n";
-  return status;
-}
+int Fail(const std::string& path, const std::string& text, int status) { return Complain("plot", path, text, status); }
 
 // Exit status: 0 written, 1 the data were refused, 2 unreadable input or unwritable output.
 int RunPlot(const PlotOptions& o) {
@@ -93,14 +76,19 @@ int RunPlot(const PlotOptions& o) {
   if (!(o.lower > 0 && o.lower < o.upper)) return Fail(o.input, "the lower limit must be above 0 and below the upper", 2);
 
   CliPrompt prompt;
-  LoadedData data = LoadAnyFile(o.input, prompt);
-  if (data.status != 0) return Fail(o.input, data.error, data.status);
-  if (!data.twoD) return Fail(o.input, "not a 2D data set", 1);
-  if (!model::IsProcessed(data.words.dataTypeCode)) {
-    const processing::SequenceResult done = ProcessWithDefaults(data);
-    if (done.code != 0) return Fail(o.input, done.message.title + ": " + done.message.text, 1);
+  int status = kDone;
+  const auto data = ReadInput("plot", o.input, prompt, status);
+  if (!data) return status;
+  if (document::DimensionOf(*data) != 2) return Fail(o.input, "not a 2D data set", kRefused);
+  if (int refused = CheckOutput("plot", o.output, *data); refused != kDone) return refused;
+  if (!model::IsProcessed(data->words.dataTypeCode)) {
+    // A raw FID is drawn as the default recipe transforms it, the same as `process` would.
+    processing::SequenceSettings settings = document::DefaultSettingsOf(*data);
+    platform::NoProgress progress;
+    const document::Transformed done = document::TransformDocument(*data, settings, false, progress);
+    if (!done.outcome.ok()) return Fail(o.input, TextOf(done.outcome.message), kRefused);
   }
-  model::Spectrum2D& s = *data.twoD;
+  model::Spectrum2D& s = data->spectrum;
   if (s.axis[model::F2].Point < 3 || s.axis[model::F1].Point < 3 ||
       static_cast<int>(s.ppmF2.size()) < s.axis[model::F2].Point ||
       static_cast<int>(s.ppmF1.size()) < s.axis[model::F1].Point)
@@ -110,7 +98,7 @@ int RunPlot(const PlotOptions& o) {
   setting.Steps = o.steps;
   setting.Interval = o.spacing;
   setting.DisplayMode = o.mode == "filled" ? display::kFilled : display::kLines;
-  const int pulseModeClass = data.words.pulseModeClass;
+  const int pulseModeClass = data->words.pulseModeClass;
   // The limits are fractions of the largest value, so that spectra stored on any scale show the
   // same levels as one normalised to 1.0.
   const float largest = display::LargestShownMagnitude(s, pulseModeClass, setting);
@@ -135,6 +123,7 @@ int RunPlot(const PlotOptions& o) {
       o.output, size, [&](platform::Surface& surface) { return display::DrawMainView(surface, size, input, progress); });
   if (written.code == 1) return Fail(o.input, "the window holds less than one point on an axis", 1);
   if (!written.ok()) return Fail(o.output, written.message.text, 2);
+  if (!written.message.text.empty()) Complain("plot", o.output, written.message.text, kDone);
   return 0;
 }
 
@@ -143,7 +132,8 @@ int RunPlot(const PlotOptions& o) {
 void AddPlotCommand(CLI::App& app, int& status) {
   auto* command = app.add_subcommand("plot", "Draw a 2D spectrum as a contour picture with axes, traces and level bar");
   auto o = std::make_shared<PlotOptions>();
-  command->add_option("IN", o->input, "a 2D spectrum in any format the program reads")->required();
+  command->footer(kStatusHelp);
+  command->add_option("IN", o->input, "a 2D spectrum in any format the program reads (a raw FID is transformed with the default recipe first)")->required();
   command->add_option("-o,--output", o->output, "the picture: .png, .bmp, .svg or .pdf")->required();
   command->add_option("--size", o->size, "picture size in pixels, WIDTHxHEIGHT")->capture_default_str();
   command->add_option("--mode", o->mode, "contour lines or colour-filled contours")

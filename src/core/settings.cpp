@@ -1,5 +1,7 @@
 #include "core/settings.h"
 
+#include "core/atomic_write.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -115,7 +117,10 @@ bool ReadSettings(const std::filesystem::path& file, Settings& settings) {
 }
 
 bool WriteSettings(const std::filesystem::path& file, const Settings& settings) {
-  std::ofstream out(file, std::ios::binary | std::ios::trunc);
+  return WriteAtomically(file, [&](std::ostream& out) { return WriteSettings(out, settings); }).ok();
+}
+
+bool WriteSettings(std::ostream& out, const Settings& settings) {
   out << settings.schema->header << "\r\n";
   const auto writeLine = [&](std::string_view key, const std::string& value) {
     std::string padded(key);

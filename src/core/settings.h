@@ -59,6 +59,7 @@ std::optional<double> ParseSettingNumber(std::string_view text);
 bool ReadSettings(const std::filesystem::path& file, Settings& settings);
 // Rewrites the file whole: the header, then every key in the table's order, padded to a column.
 bool WriteSettings(const std::filesystem::path& file, const Settings& settings);
+bool WriteSettings(std::ostream& out, const Settings& settings);
 
 // The 2D settings at start: read, count the access, correct the values, and write back at once so
 // that the run leaves its "LATEST ACCESS". now is the short date and time of the system.

@@ -38,4 +38,17 @@ enum PulseModeClass : int {
   kUnknownClass = -1, VPH_HOMO = 0, V_HOMO = 1, VPH_HMBC = 2, VPH_HETERO = 3, V_HETERO = 4
 };
 
+// Phase-sensitive classes keep the imaginary parts through the transform.
+constexpr bool IsPhaseSensitive(int c) { return c == VPH_HOMO || c == VPH_HMBC || c == VPH_HETERO; }
+// Homonuclear classes have one frequency on both axes.
+constexpr bool IsHomonuclear(int c) { return c == VPH_HOMO || c == V_HOMO; }
+constexpr bool IsHeteronuclear(int c) { return c == VPH_HMBC || c == VPH_HETERO || c == V_HETERO; }
+// The class of the same kind of experiment processed the other way ("PHA" or "ABS"): HMBC
+// counts with the heteronuclear classes.
+constexpr int ClassForMethod(int c, bool phaseSensitive) {
+  if (c == kUnknownClass || IsPhaseSensitive(c) == phaseSensitive) return c;
+  if (phaseSensitive) return IsHomonuclear(c) ? VPH_HOMO : VPH_HETERO;
+  return IsHomonuclear(c) ? V_HOMO : V_HETERO;
+}
+
 }  // namespace velk::model

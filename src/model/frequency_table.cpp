@@ -34,8 +34,7 @@ void ReadInstrumentFrequencies(const std::filesystem::path& file, InstrumentFreq
   }
 }
 
-bool WriteInstrumentFrequencies(const std::filesystem::path& file, const InstrumentFrequencyTable& table) {
-  std::ofstream out(file, std::ios::binary | std::ios::trunc);
+bool WriteInstrumentFrequencies(std::ostream& out, const InstrumentFrequencyTable& table) {
   for (const InstrumentFrequency& entry : table) {
     std::string line;
     for (int f = 0; f < kInstrumentFields; ++f) line += (f ? ";" : "") + entry.fields[f];

@@ -4,6 +4,7 @@
 #include <array>
 #include <filesystem>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -22,7 +23,7 @@ using InstrumentFrequencyTable = std::vector<InstrumentFrequency>;
 
 // A missing file leaves the table as it is (the built-in default is empty).
 void ReadInstrumentFrequencies(const std::filesystem::path& file, InstrumentFrequencyTable& table);
-bool WriteInstrumentFrequencies(const std::filesystem::path& file, const InstrumentFrequencyTable& table);
+bool WriteInstrumentFrequencies(std::ostream& out, const InstrumentFrequencyTable& table);
 // The 0 ppm frequency of an instrument, formatted "####.##########" in the file.
 std::optional<double> ZeroPpmFrequency(const InstrumentFrequencyTable& table, const std::string& instrument);
 std::string FormatFrequency(double megahertz);

@@ -130,8 +130,7 @@ void ReadPulseModeTable(const std::filesystem::path& file, PulseModeTable& table
   }
 }
 
-bool WritePulseModeTable(const std::filesystem::path& file, const PulseModeTable& table) {
-  std::ofstream out(file, std::ios::trunc);
+bool WritePulseModeTable(std::ostream& out, const PulseModeTable& table) {
   out << kCsvHeading << "\r\n";
   for (const PulseModeRow& r : table)
     out << r.pulseMode << ',' << r.fidEdit << ',' << r.f1Exchange << ',' << r.f1Inverse << ','

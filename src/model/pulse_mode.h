@@ -2,6 +2,7 @@
 // Classification of pulse sequence names into the five processing classes, and the table
 // PulseModeSet.csv by which a user overrides the defaults per sequence.
 #include <filesystem>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,7 +32,7 @@ using PulseModeTable = std::vector<PulseModeRow>;
 PulseModeTable DefaultPulseModeTable();
 // A missing or unreadable file leaves the table as it is.
 void ReadPulseModeTable(const std::filesystem::path& file, PulseModeTable& table);
-bool WritePulseModeTable(const std::filesystem::path& file, const PulseModeTable& table);
+bool WritePulseModeTable(std::ostream& out, const PulseModeTable& table);
 const PulseModeRow* FindPulseMode(const PulseModeTable& table, std::string_view name);
 
 }  // namespace velk::model

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "core/text.h"
+#include "model/data_type.h"
 #include "processing/parallel.h"
 #include "processing/sequence_stages.h"
 #include "processing/window.h"
@@ -158,7 +159,7 @@ void WriteProcessingText(model::Spectrum2D& s, const SequenceSettings& settings,
 
 std::string FinalStage(model::Spectrum2D& s, SequenceSettings& settings, bool withPrediction) {
   const std::int32_t n1 = CurrentSize(settings.axis[F1]), n2 = CurrentSize(settings.axis[F2]);
-  if (IsPhaseSensitive(settings.pulseModeClass) || settings.f2Only) Normalise(s, n1, n2, settings.threads);
+  if (model::IsPhaseSensitive(settings.pulseModeClass) || settings.f2Only) Normalise(s, n1, n2, settings.threads);
   if (!settings.f2Only) SetAxis(s, settings, F1, n1);
   SetAxis(s, settings, F2, n2);
   model::RebuildPpmTables(s);

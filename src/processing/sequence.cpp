@@ -1,4 +1,5 @@
 #include "processing/sequence.h"
+#include "model/data_type.h"
 
 #include <algorithm>
 #include <cmath>
@@ -98,7 +99,6 @@ platform::Outcome Resize(Spectrum2D& s, const SequenceSettings& settings) {
   return {1, DataSizeMessage()};
 }
 
-bool IsPhaseSensitive(int pulseModeClass) { return pulseModeClass == 0 || pulseModeClass == 2 || pulseModeClass == 3; }
 
 std::int32_t CurrentSize(const AxisProcessing& a) { return (a.lpFactor != 1 ? a.lpFactor : a.zeroFill) * a.baseSize; }
 
@@ -175,7 +175,7 @@ void InitialF1Phase(const Spectrum2D& s, SequenceSettings& settings, std::string
 }
 
 void ApplyF1Exchange(Spectrum2D& s, int pulseModeClass, std::int32_t columns, std::int32_t rows) {
-  const bool phase = IsPhaseSensitive(pulseModeClass);
+  const bool phase = model::IsPhaseSensitive(pulseModeClass);
   for (Plane* p : {&s.RR, &s.IR, &s.RI, &s.II}) {
     if (!phase && (p == &s.RI || p == &s.II)) continue;
     for (std::int32_t r = 1; r < std::min(rows, p->rows); r += 2)

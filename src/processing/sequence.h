@@ -62,7 +62,6 @@ struct SequenceSettings {
 // the record, windows from the record's window values, phases 0.
 SequenceSettings MakeSequenceSettings(const model::Spectrum2D& s, int pulseModeClass, int formatNumber);
 
-bool IsPhaseSensitive(int pulseModeClass);  // classes 0, 2, 3
 // Factor times the size as read; a pending LP factor counts before the zero fill.
 std::int32_t CurrentSize(const AxisProcessing& a);
 

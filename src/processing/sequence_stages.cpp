@@ -1,4 +1,5 @@
 #include "processing/sequence_stages.h"
+#include "model/data_type.h"
 
 #include <algorithm>
 #include <cmath>
@@ -27,7 +28,7 @@ Stages::Stages(model::Spectrum2D& spectrum, SequenceSettings& seqSettings, const
       n1(CurrentSize(seqSettings.axis[F1])),
       n2(CurrentSize(seqSettings.axis[F2])),
       rows(std::clamp(spectrum.extras[F1].fidPoints, 0, CurrentSize(seqSettings.axis[F1]))),
-      phase(IsPhaseSensitive(seqSettings.pulseModeClass)) {
+      phase(model::IsPhaseSensitive(seqSettings.pulseModeClass)) {
   settings.axis[F1].pivot = std::lrint(n1 / 2.0);
 }
 

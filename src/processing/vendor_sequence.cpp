@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "model/data_type.h"
 #include "processing/burg_prediction.h"
 #include "processing/fft_kernel.h"
 #include "processing/parallel.h"
@@ -162,7 +163,7 @@ SequenceResult ExecuteVendorFft(model::Spectrum2D& s, SequenceSettings& settings
   for (AxisProcessing& a : settings.axis) a.lpFactor = 1;
   if (auto out = Resize(s, settings); !out.ok()) return Cancelled(out.message);
   const std::int32_t n1 = CurrentSize(settings.axis[F1]), n2 = CurrentSize(settings.axis[F2]);
-  const bool phase = IsPhaseSensitive(settings.pulseModeClass);
+  const bool phase = model::IsPhaseSensitive(settings.pulseModeClass);
   const Workers workers{settings.threads, &run.progress};
   const std::int32_t rows = std::clamp(s.extras[F1].fidPoints, 0, n1);
   const VendorTracePlan f2 = PlanF2(s, settings, n2);

@@ -11,7 +11,7 @@
 #include "formats/bruker_sets.h"
 #include "processing/fid_corrections.h"
 #include "processing/sequence.h"
-#include "processing/vendor_sequence.h"
+#include "processing/recipe.h"
 #include "support/corpus.h"
 
 namespace velk::test {
@@ -68,7 +68,7 @@ Processed Process(const std::string& set) {
   const auto raw = Read(folder / "ser", t.ours, prompt);
   EXPECT_TRUE(raw.outcome.ok()) << raw.outcome.message.text;
   const int pulseModeClass = raw.words.pulseModeClass;
-  t.phaseSensitive = processing::IsPhaseSensitive(pulseModeClass);
+  t.phaseSensitive = model::IsPhaseSensitive(pulseModeClass);
   processing::SequenceSettings settings = processing::MakeSequenceSettings(t.ours, pulseModeClass, model::kBruker);
   for (model::Axis a : {F1, F2})
     while (processing::CurrentSize(settings.axis[a]) < t.vendor.axis[a].Point)
@@ -157,7 +157,7 @@ TEST(BrukerVendorSpectra, OurTransformOfSerFindsTheVendorsPeaksOnItsGrid) {
   }
 }
 
-// With the recipe stored beside the raw data the transform is the vendor's: the strongest peaks in
+// With the recipe stored beside the raw data (the default recipe) the transform is the vendor's: the strongest peaks in
 // place, the vendor's sign on each of them in RR, and the whole plane alike. Our point k is the
 // vendor's point k - 1 on both axes (the carrier one point further from the low end).
 TEST(BrukerVendorSpectra, TheStoredRecipeReproducesTheVendorsSpectrum) {
@@ -169,8 +169,7 @@ TEST(BrukerVendorSpectra, TheStoredRecipeReproducesTheVendorsSpectrum) {
     const auto raw = Read(folder / "ser", ours, prompt);
     ASSERT_TRUE(raw.outcome.ok()) << set;
     ASSERT_TRUE(ours.vendor.recipe.has_value()) << set;
-    auto settings = processing::VendorSequenceSettings(ours, *ours.vendor.recipe, raw.words.pulseModeClass,
-                                                       model::kBruker);
+    auto settings = processing::DefaultFtSettings(ours, raw.words.pulseModeClass, model::kBruker, "");
     ASSERT_TRUE(settings.vendor.has_value()) << set;
     platform::NoProgress progress;
     std::vector<std::string> list;
@@ -232,7 +231,7 @@ TEST(BrukerVendorSpectra, APseudo2DSeriesIsTransformedAlongF2Only) {
   ASSERT_TRUE(raw.outcome.ok());
   EXPECT_EQ(ours.vendor.series, "t1ir, vdlist");
   ASSERT_TRUE(ours.vendor.recipe.has_value());
-  auto settings = processing::VendorSequenceSettings(ours, *ours.vendor.recipe, raw.words.pulseModeClass, model::kBruker);
+  auto settings = processing::DefaultFtSettings(ours, raw.words.pulseModeClass, model::kBruker, "");
   EXPECT_TRUE(settings.f2Only);
   const double f1First = ours.extras[F1].ppmFirst;
   platform::NoProgress progress;

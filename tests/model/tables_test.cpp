@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "model/data_type.h"
 #include "model/frequency_table.h"
 #include "model/mode_string.h"
@@ -59,7 +61,9 @@ TEST(PulseMode, TableFileOverridesDefaultsAndKeepsUserRows) {
   EXPECT_EQ(FindPulseMode(table, "vhmbc")->f1Exchange, "1");
   EXPECT_EQ(FindPulseMode(table, "MYSEQ")->phaseMode, "1");
 
-  ASSERT_TRUE(WritePulseModeTable(folder / "out.csv", table));
+  std::ofstream csv(folder / "out.csv", std::ios::binary);
+  ASSERT_TRUE(WritePulseModeTable(csv, table));
+  csv.close();
   PulseModeTable again = DefaultPulseModeTable();
   ReadPulseModeTable(folder / "out.csv", again);
   ASSERT_EQ(again.size(), table.size());
@@ -112,7 +116,9 @@ TEST(InstrumentFrequencies, ShortLinesAreEmptyAndTheTableRoundTrips) {
   EXPECT_EQ(table[1].fields[0], "AV500");  // the tab became a blank, and blanks are trimmed
   EXPECT_DOUBLE_EQ(*ZeroPpmFrequency(table, "JNM-ECZ400"), 399.7821);
   EXPECT_FALSE(ZeroPpmFrequency(table, "none"));
-  ASSERT_TRUE(WriteInstrumentFrequencies(folder / "out.frq", table));
+  std::ofstream frq(folder / "out.frq", std::ios::binary);
+  ASSERT_TRUE(WriteInstrumentFrequencies(frq, table));
+  frq.close();
   InstrumentFrequencyTable again;
   ReadInstrumentFrequencies(folder / "out.frq", again);
   ASSERT_EQ(again.size(), 2u);

@@ -26,10 +26,10 @@ std::string Quoted(const std::string& path) {
   return quoted + "'";
 }
 
-CliRun RunCli(const std::string& arguments) {
+CliRun RunCli(const std::string& arguments, const std::string& shellPrefix) {
   const char* cli = std::getenv("VELK_CLI");
   TempFolder folder;
-  const std::string command = Quoted(cli ? cli : "velk2d-cli") + " " + arguments + " >" +
+  const std::string command = shellPrefix + Quoted(cli ? cli : "velk2d-cli") + " " + arguments + " >" +
                               Quoted((folder / "out").string()) + " 2>" + Quoted((folder / "err").string());
   const int status = std::system(command.c_str());
   CliRun run;

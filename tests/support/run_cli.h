@@ -10,7 +10,8 @@ struct CliRun {
   std::string err;
 };
 
-CliRun RunCli(const std::string& arguments);
+// shellPrefix runs first in the same shell ("ulimit -f 4; trap '' XFSZ;" for a full disk).
+CliRun RunCli(const std::string& arguments, const std::string& shellPrefix = "");
 // Quotes a path for the shell.
 std::string Quoted(const std::string& path);
 

@@ -13,7 +13,6 @@ namespace {
 
 using model::Plane;
 
-bool IsPhaseSensitive(int c) { return c == model::VPH_HOMO || c == model::VPH_HMBC || c == model::VPH_HETERO; }
 
 // Rows in the file: 1024-byte blocks per row as the spectrometers write them; an older layout pads
 // rows to multiples of 256 complex points, which is taken when the file length says so.
@@ -112,7 +111,7 @@ void LendPlanes(model::Spectrum2D& from, model::Spectrum2D& to) {
 }
 
 platform::Outcome RDBru(const fs::path& ser, model::Spectrum2D& s, LoadState& state, model::ReadContext& context) {
-  const bool phase = IsPhaseSensitive(state.pulseModeClass);
+  const bool phase = model::IsPhaseSensitive(state.pulseModeClass);
   const std::uint64_t complexPoints = static_cast<std::uint64_t>(state.AcquiredComplexPoints);
   if (complexPoints == 0 || state.F1Rows <= 0 || state.F2Size < state.AcquiredComplexPoints ||
       state.F1Size < state.F1Rows)

@@ -12,7 +12,6 @@ namespace {
 using model::F1;
 using model::F2;
 
-bool IsPhaseSensitiveClass(int c) { return c == model::VPH_HOMO || c == model::VPH_HMBC || c == model::VPH_HETERO; }
 
 // The power of two that is at least n, from 1 (so 1 stays 1 and 0 gives 0).
 std::int32_t PowerOfTwoAtLeast(std::int32_t n) {
@@ -65,7 +64,7 @@ int RPBru(const fs::path& acqus, const fs::path& acqu2s, model::Spectrum2D& s, L
   state.F1Rows = f1.td;
   state.F1Size = PowerOfTwoAtLeast(f1.td);
   const int c = state.pulseModeClass;
-  if (IsPhaseSensitiveClass(c)) {
+  if (model::IsPhaseSensitive(c)) {
     state.F1Size /= 2;
     state.F1Rows /= 2;
   }

@@ -18,6 +18,5 @@ inline constexpr const char* kNot2D = "the file holds no 2D spectrum (##NUMDIM= 
 inline constexpr const char* kTooLarge = "Too Large Data";
 inline constexpr const char* kDataSize = "Data Size is too large!";
 inline constexpr const char* kCannotOpen = "the file cannot be read";
-inline constexpr const char* kCannotWrite = "the file cannot be written";
 
 }  // namespace velk::formats::jcamp_messages

@@ -1,5 +1,7 @@
 #include "formats/jcamp/writer.h"
 
+#include "core/atomic_write.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -111,26 +113,12 @@ void Table(std::string& out, const Scaled& scaled) {
 }
 
 int WriteText(const std::filesystem::path& file, const std::string& text, std::string& reason) {
-  std::filesystem::path temporary = file;
-  temporary += ".part";
-  {
-    std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-    out.write(text.data(), static_cast<std::streamsize>(text.size()));
-    if (!out.flush()) {
-      std::error_code ignored;
-      std::filesystem::remove(temporary, ignored);
-      reason = msg::kCannotWrite;
-      return -1;
-    }
-  }
-  std::error_code error;
-  std::filesystem::rename(temporary, file, error);
-  if (error) {
-    std::filesystem::remove(temporary, error);
-    reason = msg::kCannotWrite;
-    return -1;
-  }
-  return 0;
+  const platform::Outcome written = core::WriteAtomically(file, [&](std::ostream& out) {
+    return static_cast<bool>(out.write(text.data(), static_cast<std::streamsize>(text.size())));
+  });
+  if (written.ok()) return 0;
+  reason = written.message.text;
+  return -1;
 }
 
 bool Writable(const model::Spectrum1D& s, std::string& reason) {

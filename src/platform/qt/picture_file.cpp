@@ -1,5 +1,6 @@
 #include "platform/qt/picture_file.h"
 
+#include <QBuffer>
 #include <QGuiApplication>
 #include <QImage>
 #include <QPageSize>
@@ -12,7 +13,9 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
-#include <system_error>
+#include <vector>
+
+#include "core/atomic_write.h"
 
 #include "platform/qt/qt_surface.h"
 
@@ -27,45 +30,59 @@ std::string LowerExtension(const std::filesystem::path& file) {
   return ext;
 }
 
-bool DrawOn(QPaintDevice& device, Extent size, const Drawing& draw) {
+bool DrawOn(QPaintDevice& device, Extent size, const Drawing& draw, bool& drawn) {
   QPainter painter(&device);
+  if (!painter.isActive()) return false;
   painter.fillRect(0, 0, size.width, size.height, Qt::white);
-  bool drawn = false;
   {
     QtSurface surface(painter, size);
     drawn = draw(surface);
   }
-  return painter.end() && drawn;
+  return painter.end();
 }
 
-bool WriteImage(const QString& name, const char* format, Extent size, const Drawing& draw) {
+// Each kind is drawn into memory first: the file itself is then written in one checked step, so
+// that a full disk is an error with its reason, never a truncated picture.
+bool DrawImage(QBuffer& out, const char* format, Extent size, const Drawing& draw, bool& drawn) {
   QImage image(size.width, size.height, QImage::Format_RGB32);
-  return DrawOn(image, size, draw) && image.save(name, format);
+  return !image.isNull() && DrawOn(image, size, draw, drawn) && drawn && image.save(&out, format);
 }
 
-bool WriteSvg(const QString& name, Extent size, const Drawing& draw) {
+bool DrawSvg(QBuffer& out, Extent size, const Drawing& draw, bool& drawn) {
   QSvgGenerator svg;
-  svg.setFileName(name);
+  svg.setOutputDevice(&out);
   svg.setSize(QSize(size.width, size.height));
   svg.setViewBox(QRect(0, 0, size.width, size.height));
   svg.setResolution(kDotsPerInch);
-  return DrawOn(svg, size, draw);
+  return DrawOn(svg, size, draw, drawn);
 }
 
-bool WritePdf(const QString& name, Extent size, const Drawing& draw) {
-  QPdfWriter pdf(name);
+bool DrawPdf(QBuffer& out, Extent size, const Drawing& draw, bool& drawn) {
+  QPdfWriter pdf(&out);
   pdf.setResolution(kDotsPerInch);
   const double toPoints = 72.0 / kDotsPerInch;
   pdf.setPageSize(QPageSize(QSizeF(size.width * toPoints, size.height * toPoints), QPageSize::Point));
   pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
-  return DrawOn(pdf, size, draw);
+  return DrawOn(pdf, size, draw, drawn);
 }
 
-// Qt's own messages go to stderr as usual, except the note that a command-line run has no
-// XDG_RUNTIME_DIR: Qt then uses a private folder of its own, which is all a picture needs.
-void ForwardQtMessage(QtMsgType, const QMessageLogContext&, const QString& text) {
-  if (text.contains(QStringLiteral("XDG_RUNTIME_DIR"))) return;
+// Qt's warnings while a picture is made, gathered into one line instead of one line each.
+thread_local std::vector<std::string>* gCollected = nullptr;
+
+void CollectQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
+  if (text.contains(QStringLiteral("XDG_RUNTIME_DIR"))) return;  // Qt uses a private folder then
+  if (gCollected && type != QtFatalMsg) {
+    gCollected->push_back(text.toStdString());
+    return;
+  }
   std::fprintf(stderr, "%s\n", qPrintable(text));
+}
+
+std::string Summary(const std::vector<std::string>& warnings) {
+  if (warnings.empty()) return {};
+  std::string text = "Qt reported " + std::to_string(warnings.size()) + " warning" + (warnings.size() == 1 ? "" : "s") +
+                     " while drawing; the first: " + warnings.front();
+  return text;
 }
 
 }  // namespace
@@ -73,7 +90,7 @@ void ForwardQtMessage(QtMsgType, const QMessageLogContext&, const QString& text)
 void EnsureGuiApplication() {
   if (QCoreApplication::instance()) return;
   if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "offscreen", 0);
-  qInstallMessageHandler(ForwardQtMessage);
+  qInstallMessageHandler(CollectQtMessage);
   static int argc = 1;
   static char name[] = "velk2d";
   static char* argv[] = {name, nullptr};
@@ -93,29 +110,29 @@ Outcome WritePicture(const std::filesystem::path& file, Extent size, const Drawi
     return {-1, {"Picture", "Picture size out of range"}};
   EnsureGuiApplication();
 
-  std::filesystem::path temporary = file;
-  temporary += ".part" + ext;  // the writers choose by the name's ending
-  const QString name = QString::fromStdString(temporary.string());
-  bool drawn = false;
-  const Drawing tracked = [&](Surface& surface) { return drawn = draw(surface); };
-  bool written = false;
-  if (ext == ".png") written = WriteImage(name, "PNG", size, tracked);
-  else if (ext == ".bmp") written = WriteImage(name, "BMP", size, tracked);
-  else if (ext == ".svg") written = WriteSvg(name, size, tracked);
-  else written = WritePdf(name, size, tracked);
+  std::vector<std::string> warnings;
+  gCollected = &warnings;
+  QBuffer buffer;
+  buffer.open(QIODevice::WriteOnly);
+  bool drawn = false, rendered = false;
+  if (ext == ".png") rendered = DrawImage(buffer, "PNG", size, draw, drawn);
+  else if (ext == ".bmp") rendered = DrawImage(buffer, "BMP", size, draw, drawn);
+  else if (ext == ".svg") rendered = DrawSvg(buffer, size, draw, drawn);
+  else rendered = DrawPdf(buffer, size, draw, drawn);
+  buffer.close();
+  gCollected = nullptr;
 
-  std::error_code error;
-  if (!drawn) {
-    std::filesystem::remove(temporary, error);
-    return {1, {"Picture", "Nothing to draw"}};
+  if (!drawn) return {1, {"Picture", "Nothing to draw"}};
+  if (!rendered || buffer.data().isEmpty()) {
+    const std::string why = warnings.empty() ? "the picture could not be drawn" : Summary(warnings);
+    return {-1, {"Picture", file.string() + ": " + why}};
   }
-  if (written && std::filesystem::exists(temporary, error)) std::filesystem::rename(temporary, file, error);
-  else error = std::make_error_code(std::errc::io_error);
-  if (error) {
-    std::filesystem::remove(temporary, error);
-    return {-1, {"Picture", "Cannot write " + file.string()}};
-  }
-  return {};
+  const QByteArray& bytes = buffer.data();
+  Outcome written = core::WriteAtomically(file, [&](std::ostream& out) {
+    return static_cast<bool>(out.write(bytes.constData(), bytes.size()));
+  });
+  if (written.ok()) written.message.text = Summary(warnings);
+  return written;
 }
 
 }  // namespace velk::platform::qt

@@ -16,8 +16,9 @@ void EnsureGuiApplication();
 bool IsPictureExtension(const std::filesystem::path& file);
 
 // Draws a picture of the given size in device units (pixels; 1/96 inch in SVG and PDF) on a white
-// ground and writes it. The file is written under a temporary name and renamed when complete;
-// when the drawing returns false (nothing to show, or quit) nothing is written and the code is 1.
+// ground and writes it atomically. When the drawing returns false (nothing to show, or quit)
+// nothing is written and the code is 1; a failed write is -1 with the reason. Qt's warnings while
+// drawing come back as one line in the message text, also on success.
 using Drawing = std::function<bool(Surface&)>;
 Outcome WritePicture(const std::filesystem::path& file, Extent size, const Drawing& draw);
 

@@ -2,12 +2,14 @@
 #include <ctime>
 #include <fstream>
 
-#include "core/session.h"
-#include "core/session_messages.h"
+#include "document/session.h"
+#include "document/session_messages.h"
 #include "core/text.h"
 #include "model/type_detector.h"
 
-namespace velk::core {
+namespace velk::document {
+
+using namespace core;
 namespace {
 
 namespace fs = std::filesystem;
@@ -103,7 +105,7 @@ StartResult StartUp(Session& session, std::string_view rawCommandLine, SessionSe
   }
   session.settings2DFile = *settingsFile;
   model::ReadPulseModeTable(TableFile(session.folders, "PulseModeSet.csv"), session.pulseModes);
-  if (model::AllocateSpectrum2D(session.spectrum2D, 512, 512) != 0) services.prompt.Ask(messages::DataSizeTooLarge());
+  if (model::AllocateSpectrum2D(session.document.spectrum, 512, 512) != 0) services.prompt.Ask(messages::DataSizeTooLarge());
   ReadSettings2D(session.settings2DFile, session.settings2D, ShortDateTime());
   ReadSettings(session.folders.config / "NMRCOL.INI", session.settings1D);
   CheckRequiredFiles(session.folders, services.prompt);
@@ -122,4 +124,4 @@ std::function<void(std::string_view, const std::string&)> SessionLogger(Session&
   };
 }
 
-}  // namespace velk::core
+}  // namespace velk::document

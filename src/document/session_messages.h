@@ -2,7 +2,7 @@
 // The words of the session's messages, in one place.
 #include "platform/message.h"
 
-namespace velk::core::messages {
+namespace velk::document::messages {
 
 using platform::Buttons;
 using platform::Icon;
@@ -36,4 +36,4 @@ inline Message RequiredFilesMissing(const std::string& list) {
   return {"Required Files", list, Buttons::Ok, Icon::Warning, false};
 }
 
-}  // namespace velk::core::messages
+}  // namespace velk::document::messages

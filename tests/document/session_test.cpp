@@ -3,13 +3,14 @@
 #include <array>
 #include <fstream>
 
-#include "core/session.h"
+#include "document/session.h"
 #include "core/user_extensions.h"
 #include "model/type_detector.h"
 #include "support/scripted_prompt.h"
 #include "support/temp_folder.h"
 
-namespace velk::core {
+namespace velk::document {
+using namespace core;
 namespace {
 
 using platform::Answer;
@@ -119,7 +120,7 @@ TEST(Open, SpectrumPathTitlesRecordsAndLogs) {
   EXPECT_EQ(Open(f.session, f.services, name), OpenResult::SpectrumLoaded);
   EXPECT_EQ(f.session.windowTitle, name + " NMR 2D ");
   EXPECT_EQ(f.session.displayed, 1);
-  EXPECT_EQ(f.session.words.dataTypeCode, 0x210C);
+  EXPECT_EQ(f.session.document.words.dataTypeCode, 0x210C);
   EXPECT_EQ(List(f.session.settings2D, "RECENT FILE").front(), name);
   EXPECT_EQ(CheckFileInUse(WorkFiles{f.session.folders.work, 99}, name), -1);
   EXPECT_FALSE(std::filesystem::is_empty(f.session.folders.log));
@@ -127,13 +128,14 @@ TEST(Open, SpectrumPathTitlesRecordsAndLogs) {
   // A damaged file: the reader's message, and the session keeps what it had.
   EXPECT_EQ(Open(f.session, f.services, f.File("bad.tst", "BAD")), OpenResult::Failed);
   EXPECT_EQ(f.prompt.shown.back().text, "Invalid 2D Data");
-  EXPECT_EQ(f.session.spectrum2D.texts.fileName, name);
+  EXPECT_EQ(f.session.document.spectrum.texts.fileName, name);
 }
 
 TEST(Open, ChangedDataAndRetry) {
   Fixture f;
   StartUp(f.session, "", f.services);
   f.session.displayed = 1;
+  LoseCleanMark(f.session.document.undo);  // changed and not saved
   f.prompt.answers = {Answer::Cancel};
   EXPECT_EQ(Open(f.session, f.services, f.File("a.tst", "2D")), OpenResult::Cancelled);
 
@@ -148,7 +150,6 @@ TEST(Open, FidPathKeepsASnapshotAndReturnsToItWithoutTransform) {
   Fixture f;
   StartUp(f.session, "", f.services);
   Open(f.session, f.services, f.File("a.tst", "2D"));
-  f.session.saved = 1;
   EXPECT_EQ(Open(f.session, f.services, f.File("fid.tst", "2D FID")), OpenResult::FidLoaded);
   EXPECT_EQ(f.session.state, SessionState::FtWindow);
   EXPECT_EQ(f.session.processingMethod, "ABS");  // V_HOMO is an absolute-value class
@@ -177,9 +178,6 @@ TEST(Close, CancelKeepsEverythingAndEndClearsTheRun) {
   EXPECT_TRUE(std::filesystem::exists(f.session.settings2DFile));
 }
 
-}  // namespace velk::core
-
-namespace velk::core {
 
 TEST(UserExtensions, OwnExtensionsReachTheDetectorAndTheFilters) {
   const auto own = ParseUserExtensions({"Lab Delta;*.nmr;&H2003", "broken", "Bad code;*.x;&H2042"});
@@ -194,4 +192,4 @@ TEST(UserExtensions, OwnExtensionsReachTheDetectorAndTheFilters) {
   EXPECT_EQ(model::TypeDetector(file, formats, own).code, 0x2103);
 }
 
-}  // namespace velk::core
+}  // namespace velk::document

@@ -1,6 +1,6 @@
 #pragma once
-// The session: the records of the current data set and everything the run keeps, owned by one
-// struct that the program creates at start and passes by reference.
+// The session: the document shown and everything the run keeps, owned by one struct that the
+// program creates at start and passes by reference.
 #include <array>
 #include <filesystem>
 #include <functional>
@@ -12,6 +12,7 @@
 #include "core/folders.h"
 #include "core/settings.h"
 #include "core/work_files.h"
+#include "document/document.h"
 #include "model/format_entry.h"
 #include "model/frequency_table.h"
 #include "model/pulse_mode.h"
@@ -19,31 +20,28 @@
 #include "platform/launcher.h"
 #include "platform/prompt.h"
 
-namespace velk::core {
+namespace velk::document {
 
 enum class SessionState { Starting, Idle, FtWindow, Spectrum };
-enum OneDRecord { kF2Companion = 0, kF1Companion = 1, kEditor = 2 };
 
 struct Session {
-  Folders folders;
-  WorkFiles run;
-  DataLog log;
-  Settings common = DefaultSettings(SchemaCommon());
-  Settings settings2D = DefaultSettings(Schema2D());
-  Settings settings1D = DefaultSettings(Schema1D());
+  core::Folders folders;
+  core::WorkFiles run;
+  core::DataLog log;
+  core::Settings common = core::DefaultSettings(core::SchemaCommon());
+  core::Settings settings2D = core::DefaultSettings(core::Schema2D());
+  core::Settings settings1D = core::DefaultSettings(core::Schema1D());
   std::filesystem::path settings2DFile;
   model::PulseModeTable pulseModes = model::DefaultPulseModeTable();
   model::InstrumentFrequencyTable instruments;
 
-  model::Spectrum2D spectrum2D;
-  std::array<model::Spectrum1D, 3> spectra1D;
-  model::DataWords words;
+  Document document;         // the 2D data set shown, with its companion traces
+  model::Spectrum1D editor1D;  // the set of the 1D editor
 
   SessionState state = SessionState::Starting;
   std::string commandLine;
   bool handedOver = false;
   int displayed = 0;  // 1 while the main window shows a 2D set
-  int saved = 0;      // 1 when the data were written since the last change
   std::string closeCommand;
   std::filesystem::path tempSnapshotName;
   std::string processingMethod;  // "PHA" or "ABS" in the FT window
@@ -90,4 +88,4 @@ std::string Close(Session& session, SessionServices& services);
 // The log as the readers call it: WriteLog with the session's settings, its message shown.
 std::function<void(std::string_view, const std::string&)> SessionLogger(Session& session, platform::Prompt& prompt);
 
-}  // namespace velk::core
+}  // namespace velk::document

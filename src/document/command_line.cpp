@@ -1,7 +1,9 @@
-#include "core/session.h"
+#include "document/session.h"
 #include "core/text.h"
 
-namespace velk::core {
+namespace velk::document {
+
+using namespace core;
 
 CommandLine CleanCommandLine(std::string_view raw) {
   const std::string text = Trim(raw);
@@ -20,4 +22,4 @@ CommandLine CleanCommandLine(std::string_view raw) {
   return line;
 }
 
-}  // namespace velk::core
+}  // namespace velk::document

@@ -1,10 +1,13 @@
 // The close box and "Exit": the question about changed data, settings written, files cleared.
 #include <regex>
 
-#include "core/session.h"
-#include "core/session_messages.h"
+#include "core/atomic_write.h"
+#include "document/session.h"
+#include "document/session_messages.h"
 
-namespace velk::core {
+namespace velk::document {
+
+using namespace core;
 namespace {
 
 namespace fs = std::filesystem;
@@ -12,8 +15,10 @@ namespace fs = std::filesystem;
 void WriteEverything(Session& session) {
   WriteSettings(session.settings2DFile, session.settings2D);
   WriteSettings(session.folders.config / "2DCommon.ini", session.common);
-  model::WritePulseModeTable(session.folders.config / "PulseModeSet.csv", session.pulseModes);
-  model::WriteInstrumentFrequencies(session.folders.config / "OB_0ppm.frq", session.instruments);
+  WriteAtomically(session.folders.config / "PulseModeSet.csv",
+                  [&](std::ostream& out) { return model::WritePulseModeTable(out, session.pulseModes); });
+  WriteAtomically(session.folders.config / "OB_0ppm.frq",
+                  [&](std::ostream& out) { return model::WriteInstrumentFrequencies(out, session.instruments); });
 }
 
 // The run's temporary files. Undo and temporary data carry the run's extension, so that a run
@@ -50,4 +55,4 @@ std::string Close(Session& session, SessionServices& services) {
   return session.closeCommand;
 }
 
-}  // namespace velk::core
+}  // namespace velk::document

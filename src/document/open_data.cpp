@@ -2,25 +2,23 @@
 #include <algorithm>
 #include <memory>
 
-#include "core/session.h"
-#include "core/session_messages.h"
+#include "document/session.h"
+#include "document/read_data_set.h"
+#include "document/session_messages.h"
 #include "core/text.h"
 #include "core/user_extensions.h"
 #include "model/type_detector.h"
 
-namespace velk::core {
+namespace velk::document {
+
+using namespace core;
 namespace {
 
 namespace fs = std::filesystem;
 using platform::Answer;
 
 std::vector<platform::FileFilter> ReadFilters(const std::vector<model::UserExtension>& userExtensions) {
-  std::vector<platform::FileFilter> filters{{"Ver.3/4 Type(*.vl2;*.vlk)", "*.vl2;*.vlk*"},
-          {"JEOL Delta(*.jdf)", "*.jdf"},
-          {"Bruker(fid;ser;1r;2rr)", "fid;ser;1r;2rr;acqus"},
-          {"Varian(fid;data;phasefile)", "fid;data;phasefile;procpar"},
-          {"Alice(*.als)", "*.als"},
-          {"JCAMP-DX(*.dx;*.jdx)", "*.dx;*.jdx"}};
+  std::vector<platform::FileFilter> filters = formats::OpenFilters();
   for (const platform::FileFilter& own : UserExtensionFilters(userExtensions)) filters.push_back(own);
   filters.push_back({"All Files(*.*)", "*.*"});
   return filters;
@@ -28,7 +26,7 @@ std::vector<platform::FileFilter> ReadFilters(const std::vector<model::UserExten
 
 // Asks to save changed data first; false when the user cancelled.
 bool SaveChangesFirst(Session& session, SessionServices& services) {
-  if (session.displayed != 1 || session.saved == 1) return true;
+  if (session.displayed != 1 || !Modified(session.document)) return true;
   switch (services.prompt.Ask(messages::DataChanged())) {
     case Answer::Save: return services.save && services.save(session);
     case Answer::DontSave: return true;
@@ -53,50 +51,39 @@ std::string ProcessingMethod(const Session& session, const model::Detection& d, 
   return choice && *choice == 1 ? "ABS" : "PHA";
 }
 
-const model::FormatEntry* EntryOf(const SessionServices& services, const model::Detection& d) {
-  const auto it = std::find_if(services.formats.begin(), services.formats.end(),
-                               [&](const model::FormatEntry& e) { return e.extensionWord == d.file.extensionWord; });
-  return it == services.formats.end() || !it->read2D ? nullptr : &*it;
-}
-
-// Reads into a fresh record so that a file that fails leaves the session as it was.
-bool ReadInto(Session& session, SessionServices& services, const model::Detection& d, const model::FormatEntry& entry) {
-  auto incoming = std::make_unique<model::Spectrum2D>();
-  model::DataWords words{d.code, d.pulseModeClass, 0};
-  platform::NoProgress progress;
-  model::Spectrum1D f2Set, f1Set;  // the companion traces, which native files carry
-  model::ReadContext context{services.prompt, progress, words, SessionLogger(session, services.prompt), &f2Set, &f1Set};
-  const platform::Outcome outcome = entry.read2D(d.file, *incoming, context);
-  if (!outcome.ok()) {
-    if (!outcome.message.empty()) services.prompt.Ask(outcome.message);
+// Reads into a fresh document so that a file that fails leaves the session as it was.
+bool ReadInto(Session& session, SessionServices& services, const model::Detection& d) {
+  ReadOptions options;
+  options.formats = services.formats;
+  options.log = SessionLogger(session, services.prompt);
+  ReadResult read = ReadDetected(d.file.path, d, services.prompt, options);
+  if (!read.outcome.ok()) {
+    if (!read.outcome.message.empty()) services.prompt.Ask(read.outcome.message);
     return false;
   }
-  session.spectrum2D = std::move(*incoming);
-  session.spectra1D[kF2Companion] = std::move(f2Set);
-  session.spectra1D[kF1Companion] = std::move(f1Set);
-  session.words = words;
+  ClearUndo(session.document.undo);
+  session.document = std::move(*read.document);
   return true;
 }
 
 void AfterReading(Session& session, const std::string& name) {
   session.windowTitle = name + " NMR 2D ";
   UpdateWorkFile(session.run, name);
-  session.lastFolderOfFormat[model::FormatOf(session.words.dataTypeCode)] = fs::path(name).parent_path();
+  session.lastFolderOfFormat[model::FormatOf(session.document.words.dataTypeCode)] = fs::path(name).parent_path();
   std::vector<std::string>& recent = session.settings2D.lists["RECENT FILE"];
   std::erase(recent, name);
   recent.insert(recent.begin(), name);
   if (recent.size() > kRecentFiles) recent.resize(kRecentFiles);
 }
 
-OpenResult FidPath(Session& session, SessionServices& services, const model::Detection& d,
-                   const model::FormatEntry& entry) {
+OpenResult FidPath(Session& session, SessionServices& services, const model::Detection& d) {
   if (session.displayed == 1) {
     session.tempSnapshotName = session.run.folder / ("BackUp2_" + Trim(Text(session.common, "ACCESS COUNT")) + ".vlk2");
     if (!services.writeSnapshot || !services.writeSnapshot(session, session.tempSnapshotName))
       session.tempSnapshotName.clear();
   }
   session.processingMethod = ProcessingMethod(session, d, services.prompt);
-  if (!ReadInto(session, services, d, entry)) {
+  if (!ReadInto(session, services, d)) {
     LeaveFtWindow(session, services, false);
     return OpenResult::Failed;
   }
@@ -105,11 +92,9 @@ OpenResult FidPath(Session& session, SessionServices& services, const model::Det
   return OpenResult::FidLoaded;
 }
 
-OpenResult SpectrumPath(Session& session, SessionServices& services, const model::Detection& d,
-                        const model::FormatEntry& entry) {
-  if (!ReadInto(session, services, d, entry)) return OpenResult::Failed;
+OpenResult SpectrumPath(Session& session, SessionServices& services, const model::Detection& d) {
+  if (!ReadInto(session, services, d)) return OpenResult::Failed;
   session.displayed = 1;
-  session.saved = 1;
   session.state = SessionState::Spectrum;
   AfterReading(session, d.file.path.string());
   return OpenResult::SpectrumLoaded;
@@ -135,19 +120,18 @@ OpenResult Open(Session& session, SessionServices& services, std::optional<std::
       name.reset();
       continue;
     }
-    const model::FormatEntry* entry = EntryOf(services, d);
-    if (!entry) {
+    if (!ReaderFor(services.formats, d)) {
       services.prompt.Ask(messages::NotSupported());
       return OpenResult::Failed;
     }
-    return path == 0x2000 ? FidPath(session, services, d, *entry) : SpectrumPath(session, services, d, *entry);
+    return path == 0x2000 ? FidPath(session, services, d) : SpectrumPath(session, services, d);
   }
 }
 
 void LeaveFtWindow(Session& session, SessionServices& services, bool transformed) {
   if (transformed) {
     session.displayed = 1;
-    session.saved = 0;
+    LoseCleanMark(session.document.undo);  // a new spectrum that no file holds yet
     session.state = SessionState::Spectrum;
     return;
   }
@@ -160,9 +144,9 @@ void LeaveFtWindow(Session& session, SessionServices& services, bool transformed
 
 void DiscardData(Session& session) {
   session.displayed = 0;
-  session.saved = 0;
+  ClearUndo(session.document.undo);
   session.state = SessionState::Idle;
   session.windowTitle.clear();
 }
 
-}  // namespace velk::core
+}  // namespace velk::document

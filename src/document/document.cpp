@@ -1,0 +1,18 @@
+#include "document/document.h"
+
+namespace velk::document {
+
+formats::DataSetRef RefOf(const Document& d) {
+  formats::DataSetRef ref;
+  ref.words = d.words;
+  if (DimensionOf(d) == 1) {
+    ref.oneD = &d.oneD;
+    return ref;
+  }
+  ref.twoD = &d.spectrum;
+  ref.companionF2 = &d.companionF2;
+  ref.companionF1 = &d.companionF1;
+  return ref;
+}
+
+}  // namespace velk::document
