@@ -51,6 +51,7 @@ json Describe2D(const model::Spectrum2D& s) {
   j["operations"] = s.history.operations.size();
   j["carried_sections"] = s.carried.fileSections.size();
   j["fid_points"] = per([&](int a) { return s.extras[a].fidPoints; });
+  if (!s.vendor.series.empty()) j["pseudo_2d"] = "1D spectra along a list (" + s.vendor.series + ")";
   return j;
 }
 

@@ -20,6 +20,7 @@
 #include "document/write_data_set.h"
 #include "model/data_type.h"
 #include "processing/recipe.h"
+#include "processing/vendor_sequence.h"
 
 namespace velk::cli {
 namespace {
@@ -31,6 +32,7 @@ namespace vp = processing;
 struct ProcessOptions {
   std::string in, out, mode, zeroFill = "1,1", windowF2, windowF1, phaseF2, phaseF1, fidShift;
   std::string lpF1, lpF2, lpBackF1, lpBackF2;
+  std::string params;  // vendor, program, or empty: the vendor's unless the recipe is tuned here
   int threads = 0;
   bool json = false, f1Inverse = false;
 };
@@ -168,7 +170,14 @@ int MakeRecipe(const ProcessOptions& o, document::Document& d, vp::SequenceSetti
     return Complain("process", o.in, "Select Processing Method (give --mode pha or --mode abs)", kRefused);
   std::int32_t zf2 = 1, zf1 = 1;
   if (!ParseZeroFill(o.zeroFill, zf2, zf1)) return Fail("--zf takes F2,F1 factors, each 1, 2, 4, 8 or 16 (e.g. 2,2)");
-  settings = document::DefaultSettingsOf(d);
+  const bool tuned = !o.windowF2.empty() || !o.windowF1.empty() || !o.phaseF2.empty() || !o.phaseF1.empty() ||
+                     zf2 != 1 || zf1 != 1 || !(o.fidShift.empty() || o.fidShift == "auto") || !o.lpF1.empty() ||
+                     !o.lpF2.empty() || !o.lpBackF1.empty() || !o.lpBackF2.empty();
+  if (o.params == "vendor" && tuned)
+    return Fail("--params vendor takes the stored recipe as it is: leave out --zf, --window-*, --phase-*, "
+                "--fid-shift and --lp-*");
+  settings = document::DefaultSettingsOf(d, o.params == "program" || tuned ? vp::RecipeSource::kProgram
+                                                                          : vp::RecipeSource::kVendorWhenPresent);
   model::Spectrum2D& s = d.spectrum;
   settings.threads = o.threads;
   settings.f1Inverse = o.f1Inverse;
@@ -213,6 +222,9 @@ void Print(const ProcessOptions& o, const document::Document& d, const vp::Seque
   j["mode"] = model::IsPhaseSensitive(d.words.pulseModeClass) ? "pha" : "abs";
   j["fid_shift"] = done.fidShift;
   j["zero_fill"] = {{"f2", settings.axis[F2].zeroFill}, {"f1", settings.axis[F1].zeroFill}};
+  j["params"] = settings.vendor ? "vendor" : "program";
+  if (settings.vendor) j["recipe"] = vp::VendorRecipeLines(*settings.vendor);
+  if (settings.f2Only) j["pseudo_2d"] = s.vendor.series.empty() ? "F1 not transformed" : s.vendor.series;
   j["prediction_failures"] = done.predictionFailures;
   j["seconds"] = seconds;
   std::cout << j.dump(2) << "\n";
@@ -267,6 +279,10 @@ void AddProcessCommand(CLI::App& app, int& status) {
   command->add_option("--lp-back-f2", o->lpBackF2, "backward prediction along F2, as --lp-back-f1");
   command->add_flag("--f1-inverse", o->f1Inverse, "turn the F1 frequency sense round (\"F1 inverse\" of the read dialog)");
   command->add_option("--threads", o->threads, "threads for the transforms (default: every core)");
+  command->add_option("--params", o->params,
+                      "the recipe: vendor (the processing stored beside the data, the default when there is one "
+                      "and no option below tunes the recipe) or program (the presets)")
+      ->check(CLI::IsMember({"vendor", "program"}));
   command->add_flag("--json", o->json, "print a summary as JSON: sizes, class, shift used, time");
   command->callback([o, &status] { status = RunProcess(*o); });
 }

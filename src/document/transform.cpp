@@ -6,9 +6,9 @@
 
 namespace velk::document {
 
-processing::SequenceSettings DefaultSettingsOf(Document& d) {
+processing::SequenceSettings DefaultSettingsOf(Document& d, processing::RecipeSource source) {
   return processing::DefaultFtSettings(d.spectrum, d.words.pulseModeClass, model::FormatOf(d.words.dataTypeCode),
-                                       d.source.detection.modeText);
+                                       d.source.detection.modeText, source);
 }
 
 Transformed TransformDocument(Document& d, processing::SequenceSettings& settings, bool withPrediction,

@@ -7,6 +7,7 @@
 
 #include "document/document.h"
 #include "platform/progress.h"
+#include "processing/recipe.h"
 #include "processing/sequence.h"
 
 namespace velk::document {
@@ -19,7 +20,8 @@ struct Transformed {
 };
 
 // The default recipe of the document's FID (processing::DefaultFtSettings).
-processing::SequenceSettings DefaultSettingsOf(Document& d);
+processing::SequenceSettings DefaultSettingsOf(
+    Document& d, processing::RecipeSource source = processing::RecipeSource::kVendorWhenPresent);
 
 // Runs the 2D sequence. On success the document holds the spectrum, typed as processed, and is
 // modified (no file holds it yet); on failure the planes are left half done.

@@ -85,6 +85,12 @@ std::int32_t ChooseFidShift(const FidShiftDefaults& d, std::string_view instrume
 }
 
 void ChooseFidShift2D(model::Spectrum2D& s, const FidShiftDefaults& d, int family) {
+  // The digital filter's delay named by the file is the shift; a search would be fooled by an
+  // FID whose largest point lies well after the filter's onset (long-range sets).
+  if (s.vendor.groupDelay > 0) {
+    s.fidShift = static_cast<std::int32_t>(std::nearbyint(s.vendor.groupDelay));
+    return;
+  }
   const std::int32_t n = std::min(s.extras[model::F2].fidPoints, s.RR.stride);
   s.fidShift = ChooseFidShift(d, s.texts.instrumentId, family, s.params.OBNUC, s.RR.row(0).data(),
                               s.IR.row(0).data(), std::max(n, 0));

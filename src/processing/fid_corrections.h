@@ -36,6 +36,7 @@ std::int32_t AutoFidShift(const float* re, const float* im, std::int32_t n);
 // The shift of a newly read set: the instrument's row, else the search, else the vendor default.
 std::int32_t ChooseFidShift(const FidShiftDefaults& d, std::string_view instrumentId, int family,
                             std::string_view nucleus, const float* re, const float* im, std::int32_t n);
+// A set whose file names the digital filter's delay takes its nearest whole number of points.
 void ChooseFidShift2D(model::Spectrum2D& s, const FidShiftDefaults& d, int family);
 void ChooseFidShift1D(model::Spectrum1D& s, std::int32_t& fidShift, const FidShiftDefaults& d, int family);
 // At the end of an FFT the shift used becomes the default of its vendor and nucleus.

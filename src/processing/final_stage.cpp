@@ -159,8 +159,8 @@ void WriteProcessingText(model::Spectrum2D& s, const SequenceSettings& settings,
 
 std::string FinalStage(model::Spectrum2D& s, SequenceSettings& settings, bool withPrediction) {
   const std::int32_t n1 = CurrentSize(settings.axis[F1]), n2 = CurrentSize(settings.axis[F2]);
-  if (model::IsPhaseSensitive(settings.pulseModeClass)) Normalise(s, n1, n2, settings.threads);
-  SetAxis(s, settings, F1, n1);
+  if (model::IsPhaseSensitive(settings.pulseModeClass) || settings.f2Only) Normalise(s, n1, n2, settings.threads);
+  if (!settings.f2Only) SetAxis(s, settings, F1, n1);
   SetAxis(s, settings, F2, n2);
   model::RebuildPpmTables(s);
   for (AxisProcessing& a : settings.axis) a.phase0 = a.phase1 = 0;

@@ -1,6 +1,7 @@
 #include "processing/recipe.h"
 
 #include "processing/fid_corrections.h"
+#include "processing/vendor_sequence.h"
 
 namespace velk::processing {
 namespace {
@@ -33,10 +34,16 @@ int FidShiftFamily(int formatNumber) {
 }
 
 SequenceSettings DefaultFtSettings(model::Spectrum2D& s, int pulseModeClass, int formatNumber,
-                                   std::string_view pulseName) {
-  SequenceSettings settings = MakeSequenceSettings(s, pulseModeClass, formatNumber);
-  PresetWindows(settings, pulseModeClass);
-  InitialF1Phase(s, settings, pulseName);
+                                   std::string_view pulseName, RecipeSource source) {
+  SequenceSettings settings;
+  if (source == RecipeSource::kVendorWhenPresent && s.vendor.recipe)
+    settings = VendorSequenceSettings(s, *s.vendor.recipe, pulseModeClass, formatNumber);
+  if (!settings.vendor) {
+    settings = MakeSequenceSettings(s, pulseModeClass, formatNumber);
+    PresetWindows(settings, pulseModeClass);
+    InitialF1Phase(s, settings, pulseName);
+  }
+  settings.f2Only = settings.f2Only || !s.vendor.series.empty();
   FidShiftDefaults shift;
   shift.autoShift = true;
   ChooseFidShift2D(s, shift, FidShiftFamily(formatNumber));

@@ -13,11 +13,17 @@ namespace velk::processing {
 // The vendor families of the FID shift defaults, by format number.
 int FidShiftFamily(int formatNumber);
 
-// Windows preset by the class (sine bells over the whole FID for magnitude sets, exponential for
-// phase-sensitive ones), the initial F1 phase of the class, no zero fill, and the FID shift the
-// search finds (written into s.fidShift).
+// Where the default recipe comes from: the processing the spectrometer stored beside the data
+// when there is such, or always the program's presets.
+enum class RecipeSource { kVendorWhenPresent, kProgram };
+
+// The spectrometer's stored recipe when asked for and present (see vendor_sequence.h); else
+// windows preset by the class (sine bells over the whole FID for magnitude sets, exponential for
+// phase-sensitive ones), the initial F1 phase of the class and no zero fill. Either way the FID
+// shift is chosen (written into s.fidShift), and a pseudo-2D series is transformed along F2 only.
 SequenceSettings DefaultFtSettings(model::Spectrum2D& s, int pulseModeClass, int formatNumber,
-                                   std::string_view pulseName);
+                                   std::string_view pulseName,
+                                   RecipeSource source = RecipeSource::kVendorWhenPresent);
 
 // The zero-fill factors a user may ask for, and the check of one.
 inline constexpr std::int32_t kZeroFillFactors[] = {1, 2, 4, 8, 16};

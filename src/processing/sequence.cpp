@@ -8,6 +8,7 @@
 #include "processing/messages.h"
 #include "processing/sequence_stages.h"
 #include "processing/transforms.h"
+#include "processing/vendor_sequence.h"
 
 namespace velk::processing {
 namespace {
@@ -53,14 +54,6 @@ bool Redimension(Spectrum2D& s, std::int32_t columns, std::int32_t rows) {
 
 bool PowerOfTwo(std::int32_t n) { return n >= 2 && (n & (n - 1)) == 0; }
 
-// The readers and the factors keep sizes at powers of two; anything else is refused here rather
-// than handed to transforms that assume it.
-platform::Outcome Resize(Spectrum2D& s, const SequenceSettings& settings) {
-  if (!PowerOfTwo(CurrentSize(settings.axis[F1])) || !PowerOfTwo(CurrentSize(settings.axis[F2])))
-    return {1, {std::string(messages::kDataError), std::string(messages::kNotSupported)}};
-  if (Redimension(s, CurrentSize(settings.axis[F2]), CurrentSize(settings.axis[F1]))) return {};
-  return {1, DataSizeMessage()};
-}
 
 // Doubles one factor of an axis, within the limits; `which` points at the zero-fill or LP factor.
 platform::Outcome Double(Spectrum2D& s, SequenceSettings& settings, model::Axis axis, std::int32_t AxisProcessing::*which) {
@@ -96,6 +89,15 @@ platform::Outcome AxisWindow(const Spectrum2D& s, const SequenceSettings& settin
 }
 
 }  // namespace
+
+// The readers and the factors keep sizes at powers of two; anything else is refused here rather
+// than handed to transforms that assume it.
+platform::Outcome Resize(Spectrum2D& s, const SequenceSettings& settings) {
+  if (!PowerOfTwo(CurrentSize(settings.axis[F1])) || !PowerOfTwo(CurrentSize(settings.axis[F2])))
+    return {1, {std::string(messages::kDataError), std::string(messages::kNotSupported)}};
+  if (Redimension(s, CurrentSize(settings.axis[F2]), CurrentSize(settings.axis[F1]))) return {};
+  return {1, DataSizeMessage()};
+}
 
 
 std::int32_t CurrentSize(const AxisProcessing& a) { return (a.lpFactor != 1 ? a.lpFactor : a.zeroFill) * a.baseSize; }
@@ -182,6 +184,7 @@ void ApplyF1Exchange(Spectrum2D& s, int pulseModeClass, std::int32_t columns, st
 }
 
 SequenceResult Execute2DFft(Spectrum2D& s, SequenceSettings& settings, const SequenceRun& run) {
+  if (settings.vendor) return ExecuteVendorFft(s, settings, run);
   run.list.assign({"Current Process", "F2FFT"});
   for (AxisProcessing& a : settings.axis) {
     if (a.lpFactor >= 2) a.zeroFill = a.lpFactor;

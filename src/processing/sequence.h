@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "model/spectrum.h"
+#include "model/vendor_recipe.h"
 #include "platform/message.h"
 #include "platform/progress.h"
 #include "processing/linear_prediction.h"
@@ -43,7 +44,11 @@ struct SequenceSettings {
   bool fidBaseline = false;  // applied on reading; here only written into the text
   bool t1Noise = false;
   float t1Factor = 1.0f;
+  bool f2Only = false;  // a series of 1D spectra (pseudo-2D): no F1 transform, the F1 axis as read
   int threads = 0;  // 0: every core
+  // The spectrometer's own recipe: when set, the run follows it instead of the windows, shift and
+  // phases above (see vendor_sequence.h).
+  std::optional<model::VendorRecipe> vendor;
   std::string operatorName;
   // The table of reference rows, searched by instrument identifier, solvent and nucleus (upper
   // case) and the centre frequency in MHz; it answers the frequency of 0 ppm in MHz. Without a

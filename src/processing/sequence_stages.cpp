@@ -103,8 +103,9 @@ SequenceResult Stages::Plain() {
   if (!Windows(result)) return result;
   if (!F2Transforms()) return Cancelled();
   T1Noise();
-  run.list.push_back("F1FFT");
   s.axis[F2].Resolution /= settings.axis[F2].zeroFill;
+  if (settings.f2Only) return Finish(false);
+  run.list.push_back("F1FFT");
   if (!F1Transforms(true)) return Cancelled();
   s.axis[F1].Resolution /= settings.axis[F1].zeroFill;
   if (!phase) Power();

@@ -13,6 +13,10 @@ inline SequenceResult Cancelled(platform::Message message = {}) {
   return r;
 }
 
+// The planes re-dimensioned to the current sizes of the settings, keeping what is there; refused
+// for sizes that are not powers of two or when memory runs out.
+platform::Outcome Resize(model::Spectrum2D& s, const SequenceSettings& settings);
+
 struct Stages {
   Stages(model::Spectrum2D& spectrum, SequenceSettings& settings, const SequenceRun& run);
 

@@ -99,5 +99,34 @@ TEST(ProcessCommand, CosyPeaksStandWhereTheVendorsSpectrumHasThem) {
   EXPECT_NE(RunCli("process " + Quoted((set / "ser").string()) + " -o " + Quoted(out.string()) + " --zf 3").exitStatus, 0);
 }
 
+// Without options a set with stored processing gets it, and says so; tuning the recipe on the
+// command line falls back to the presets, which --params vendor refuses.
+TEST(ProcessCommand, TheStoredRecipeIsTheDefault) {
+  const auto hsqc = CorpusPath("bruker/cyclosporin_hsqc/3") / "ser";
+  TempFolder folder;
+  const auto out = folder / "hsqc.vlk2";
+  const CliRun run = RunCli("process " + Quoted(hsqc.string()) + " -o " + Quoted(out.string()) + " --json");
+  ASSERT_EQ(run.exitStatus, 0) << run.err;
+  const auto json = nlohmann::json::parse(run.out);
+  EXPECT_EQ(json["params"], "vendor");
+  EXPECT_EQ(json["size"]["f1"], 1024);
+  EXPECT_NE(json["recipe"].dump().find("NCOEF 32"), std::string::npos);
+  const model::Spectrum2D written = Read(out);
+  EXPECT_TRUE(std::any_of(written.processing.begin(), written.processing.end(),
+                          [](const std::string& line) { return line.starts_with("Vendor F1 Echo-Antiecho"); }));
+  const CliRun program = RunCli("process " + Quoted(hsqc.string()) + " -o " + Quoted(out.string()) +
+                                " --params program --json");
+  ASSERT_EQ(program.exitStatus, 0) << program.err;
+  EXPECT_EQ(nlohmann::json::parse(program.out)["params"], "program");
+  EXPECT_EQ(nlohmann::json::parse(program.out)["size"]["f1"], 128);
+  EXPECT_NE(RunCli("process " + Quoted(hsqc.string()) + " -o " + Quoted(out.string()) + " --params vendor --zf 2,2")
+                .exitStatus,
+            0);
+  const auto series = CorpusPath("bruker/inversionRecovery2D/1") / "ser";
+  const CliRun ir = RunCli("process " + Quoted(series.string()) + " -o " + Quoted(out.string()) + " --params program --json");
+  ASSERT_EQ(ir.exitStatus, 0) << ir.err;
+  EXPECT_EQ(nlohmann::json::parse(ir.out)["pseudo_2d"], "t1ir, vdlist");
+}
+
 }  // namespace
 }  // namespace velk::test

@@ -143,6 +143,99 @@ TEST(BrukerRawData, EchoAntiechoPairsAreRecombined) {
   EXPECT_NE(s.processing[1].find("GRPDLY"), std::string::npos);
 }
 
+// The processing stored beside the raw data: the lowest numbered pdata folder that has both files,
+// keys in the files' mixed case; folders that are not numbers or lack proc2s are passed over.
+TEST(BrukerRawData, StoredProcessingBecomesTheRecipe) {
+  TempFolder folder;
+  folder.Write("acqus", F2Acqus(256));
+  folder.Write("acqu2s", F1Acqus(4, 6));
+  const std::string f2 = ParameterFile("##$SI= 512\n##$WDW= 4\n##$SSB= 2\n##$TDeff= 200\n##$PHC0= 240.5\n"
+                                       "##$PHC1= -3.5\n##$FCOR= 1\n##$NC_proc= -4\n##$PH_mod= 1\n");
+  const std::string f1 = ParameterFile("##$SI= 256\n##$WDW= 2\n##$LB= -1.5\n##$GB= 0.2\n##$ME_mod= 2\n"
+                                       "##$NCOEF= 32\n##$LPBIN= 8\n##$MC2= 5\n##$FCOR= 0.5\n##$PHC0= -177\n");
+  folder.Write("pdata/10/procs", ParameterFile("##$SI= 64\n"));
+  folder.Write("pdata/10/proc2s", ParameterFile("##$SI= 64\n"));
+  folder.Write("pdata/1/procs", f2);
+  folder.Write("pdata/1/proc2s", f1);
+  folder.Write("pdata/0/procs", f2);  // no proc2s
+  folder.Write("pdata/old/procs", f2);
+  folder.Write("pdata/old/proc2s", f1);
+  model::Spectrum2D s;
+  ScriptedPrompt prompt;
+  ASSERT_TRUE(Read(folder.Write("ser", Binary(std::vector<std::int32_t>(1024, 0))), s, prompt).outcome.ok());
+  ASSERT_TRUE(s.vendor.recipe.has_value());
+  const model::VendorRecipe& r = *s.vendor.recipe;
+  EXPECT_EQ(std::filesystem::path(r.source).filename(), "1");
+  const auto& a2 = r.axis[model::F2];
+  EXPECT_EQ(a2.si, 512);
+  EXPECT_EQ(a2.window, model::kVendorSquaredSine);
+  EXPECT_EQ(a2.ssb, 2);
+  EXPECT_EQ(a2.tdEff, 200);
+  EXPECT_EQ(a2.phc0, 240.5);
+  EXPECT_EQ(a2.phc1, -3.5);
+  EXPECT_EQ(a2.phaseMode, 1);
+  EXPECT_EQ(r.scaleExponent, -4);
+  const auto& a1 = r.axis[model::F1];
+  EXPECT_EQ(a1.window, model::kVendorGaussian);
+  EXPECT_EQ(a1.lb, -1.5);
+  EXPECT_EQ(a1.gb, 0.2);
+  EXPECT_EQ(a1.predictionMode, 2);
+  EXPECT_EQ(a1.ncoef, 32);
+  EXPECT_EQ(a1.lpbin, 8);
+  EXPECT_EQ(a1.fcor, 0.5);
+  EXPECT_EQ(r.f1Scheme, 5);
+  // Without a processing folder there is no recipe.
+  std::filesystem::remove_all(folder / "pdata");
+  ASSERT_TRUE(Read(folder / "ser", s, prompt).outcome.ok());
+  EXPECT_FALSE(s.vendor.recipe.has_value());
+}
+
+// Files older than GRPDLY name the filter by version and decimation: the delay comes from the table,
+// and the FID shift with it. GRPDLY, where present, wins.
+TEST(BrukerRawData, FilterDelayFromVersionAndDecimation) {
+  TempFolder folder;
+  folder.Write("acqu2s", F1Acqus(4, 4));
+  folder.Write("ser", Binary(std::vector<std::int32_t>(1024, 0)));
+  model::Spectrum2D s;
+  ScriptedPrompt prompt;
+  const auto delayOf = [&](const std::string& keys) {
+    std::string acqus = F2Acqus(256, keys);
+    acqus.replace(acqus.find("##$GRPDLY= 67.75\n"), 17, "");
+    folder.Write("acqus", acqus);
+    EXPECT_TRUE(Read(folder / "ser", s, prompt).outcome.ok());
+    return s.vendor.groupDelay;
+  };
+  EXPECT_DOUBLE_EQ(delayOf("##$DSPFVS= 10\n##$DECIM= 32\n"), 70.015625);
+  EXPECT_EQ(s.fidShift, 70);
+  EXPECT_DOUBLE_EQ(delayOf("##$DSPFVS= 12\n##$DECIM= 32\n"), 72.125);
+  EXPECT_DOUBLE_EQ(delayOf("##$DSPFVS= 11\n##$DECIM= 32\n"), 72.75);
+  EXPECT_DOUBLE_EQ(delayOf("##$DSPFVS= 12\n##$DECIM= 24\n"), 70.166666666666667);
+  EXPECT_DOUBLE_EQ(delayOf("##$DSPFVS= 20\n##$DECIM= 32\n##$GRPDLY= 76\n"), 76);
+  EXPECT_DOUBLE_EQ(delayOf("##$DSPFVS= 10\n##$DECIM= 5\n"), 0);  // not in the table: no delay
+}
+
+// An acquisition stopped after 3 of 4 increments (the last row unpadded and a part row after it):
+// the whole increments are read, the rest of F1 is zero, and the processing text says so.
+TEST(BrukerRawData, EarlyStoppedAcquisitionReadsItsWholeIncrements) {
+  const int rows = 8, values = 200, stride = 256;
+  auto ser = SerRows(rows, values, stride);
+  ser.resize(5 * stride + values + 17);  // rows 0..5 whole (row 5 without padding), a part of row 6
+  TempFolder folder;
+  folder.Write("acqus", F2Acqus(values));
+  folder.Write("acqu2s", F1Acqus(rows, 4));
+  model::Spectrum2D s;
+  ScriptedPrompt prompt;
+  ASSERT_TRUE(Read(folder.Write("ser", Binary(ser)), s, prompt).outcome.ok());
+  EXPECT_EQ(s.extras[model::F1].fidPoints, 3);
+  EXPECT_EQ(s.axis[model::F1].Point, 4);  // the F1 size still follows TD
+  EXPECT_EQ(s.RI.at(1, 2), Value(5, 2));
+  EXPECT_EQ(s.RR.at(0, 3), 0.0f);
+  const bool said = std::any_of(s.processing.begin(), s.processing.end(), [](const std::string& line) {
+    return line.find("stopped early: 3 of 4 increments") != std::string::npos;
+  });
+  EXPECT_TRUE(said);
+}
+
 // Submatrices of 2 rows by 4 columns; the file's first value is the high-frequency corner.
 TEST(BrukerProcessedData, SubmatricesAreUnscrambledAndBothAxesTurned) {
   const int f2 = 8, f1 = 4, x2 = 4, x1 = 2;
@@ -213,7 +306,7 @@ TEST(BrukerDamagedInput, RefusedWithAMessageAndTheRecordKept) {
   };
   const std::size_t full = 4 * 1024 * 4;  // 4 rows of 1024 values
   const std::vector<Case> raw{
-      {"truncated ser", F2Acqus(1024), F1Acqus(4, 5), full - 100},
+      {"ser shorter than one increment", F2Acqus(1024), F1Acqus(4, 5), full / 2 - 100},
       {"acqus without ##ORIGIN", ParameterFile("##$SFO1= 100\n##$SW_h= 5000\n##$TD= 1024\n", ""), F1Acqus(4, 5), full},
       {"F1 TD of 1 in a phase-sensitive set", F2Acqus(1024), F1Acqus(1, 5), full},
       {"F2 TD beyond any size", F2Acqus(2000000000), F1Acqus(4, 5), full},

@@ -52,6 +52,15 @@ void SubtractTailMean(Plane& plane, std::int32_t rows, std::int32_t n) {
   }
 }
 
+// Increments of rowsPerIncrement rows each that the file holds whole; the last row needs no padding.
+std::int32_t WholeIncrements(std::uint64_t length, std::uint64_t stride, std::uint64_t rowValues, std::uint64_t width,
+                             int rowsPerIncrement) {
+  const std::uint64_t rowBytes = stride * width;
+  if (rowBytes == 0 || length < rowValues * width) return 0;
+  const std::uint64_t rows = (length - rowValues * width) / rowBytes + 1;
+  return static_cast<std::int32_t>(std::min<std::uint64_t>(rows / rowsPerIncrement, INT32_MAX));
+}
+
 void NoteProcessing(model::Spectrum2D& s, const std::string& line) {
   for (std::string& slot : s.processing)
     if (slot.empty()) {
@@ -104,10 +113,10 @@ void LendPlanes(model::Spectrum2D& from, model::Spectrum2D& to) {
 platform::Outcome RDBru(const fs::path& ser, model::Spectrum2D& s, LoadState& state, model::ReadContext& context) {
   const bool phase = model::IsPhaseSensitive(state.pulseModeClass);
   const std::uint64_t complexPoints = static_cast<std::uint64_t>(state.AcquiredComplexPoints);
-  const std::int32_t rows = state.F1Rows;
-  if (complexPoints == 0 || rows <= 0 || state.F2Size < state.AcquiredComplexPoints || state.F1Size < rows)
+  if (complexPoints == 0 || state.F1Rows <= 0 || state.F2Size < state.AcquiredComplexPoints ||
+      state.F1Size < state.F1Rows)
     return {1, messages::Invalid2DData()};
-  const std::uint64_t fileRows = static_cast<std::uint64_t>(rows) * (phase ? 2 : 1);
+  const std::uint64_t fileRows = static_cast<std::uint64_t>(state.F1Rows) * (phase ? 2 : 1);
   std::error_code error;
   const std::uint64_t length = fs::file_size(ser, error);
   if (error) return {-1, messages::InvalidData()};
@@ -116,10 +125,21 @@ platform::Outcome RDBru(const fs::path& ser, model::Spectrum2D& s, LoadState& st
   const ElementType type = state.DataTypeCode == 2 ? ElementType::Float64
                            : state.DataTypeCode == 1 ? ElementType::Float32 : ElementType::Int32;
   const std::uint64_t stride = RawRowStride(complexPoints, type, fileRows, length);
+  // An acquisition stopped early leaves fewer rows than TD says; its whole increments are read.
+  const std::int32_t increments = WholeIncrements(length, stride, 2 * complexPoints, ElementWidth(type), phase ? 2 : 1);
+  const std::int32_t rows = std::min(state.F1Rows, std::max(increments, 1));
+  const std::uint64_t readRows = static_cast<std::uint64_t>(rows) * (phase ? 2 : 1);
   // The last row need not be padded.
-  if (auto failure = LoadDataFile(ser, 0, false, (fileRows - 1) * stride + 2 * complexPoints, state,
+  if (auto failure = LoadDataFile(ser, 0, false, (readRows - 1) * stride + 2 * complexPoints, state,
                                   context.prompt, data))
     return {1, *failure};
+  if (rows < state.F1Rows) {
+    char text[120];
+    std::snprintf(text, sizeof text, "Acquisition stopped early: %d of %d increments in the ser file", rows,
+                  state.F1Rows);
+    NoteProcessing(s, text);
+    s.extras[model::F1].fidPoints = rows;
+  }
   if (!PreparePlanes(s, state.F2Size, state.F1Size, true)) return {1, messages::DataSizeTooLarge()};
   const int fnMode = s.vendor.quadratureF1;
   const bool echoAntiecho = phase && fnMode == model::kQuadEchoAntiecho;

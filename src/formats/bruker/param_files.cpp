@@ -190,19 +190,39 @@ int ParseProcessingFile(const std::filesystem::path& file, ProcessingFile& p) {
       {"##$DTYPP", OptionalInt(p.dataType)},
       {"##$MAXI", Dot(p.maxiDot)},
       {"##$SW_P", Float(p.swHz)},
-      {"##$SI", Integer(p.si)},
+      {"##$SI", [&p](const ParameterValues& v) { return ToInt(v[0], p.si) && ToInt(v[0], p.recipe.si); }},
       {"##$OFFSET", Float(p.offsetPpm)},
       {"##$YMAX_P", Dot(p.ymaxDot)},
       {"##$YMIN_P", Dot(p.yminDot)},
       {"##$WDW", [&p](const ParameterValues& v) {
          int code = 0;
          if (!ToInt(v[0], code)) return false;
+         p.recipe.window = code;
          static constexpr int kWindowOfCode[] = {-1, 0, 3, 1, 2};  // EM, GM, SINE, QSINE
          if (code >= 1 && code <= 4) p.window = kWindowOfCode[code];
          return true;
        }},
       {"##$XDIM", Integer(p.xdim)},
-      {"##$PH_MOD", Integer(p.phaseMode)},
+      {"##$PH_MOD", [&p](const ParameterValues& v) {
+         if (!ToInt(v[0], p.phaseMode)) return false;
+         p.recipe.phaseMode = p.phaseMode;
+         return true;
+       }},
+      {"##$LB", Double(p.recipe.lb)},
+      {"##$GB", Double(p.recipe.gb)},
+      {"##$SSB", Double(p.recipe.ssb)},
+      {"##$TM1", Double(p.recipe.tm1)},
+      {"##$TM2", Double(p.recipe.tm2)},
+      {"##$TDEFF", Integer(p.recipe.tdEff)},
+      {"##$PHC0", Double(p.recipe.phc0)},
+      {"##$PHC1", Double(p.recipe.phc1)},
+      {"##$FCOR", Double(p.recipe.fcor)},
+      {"##$ME_MOD", Integer(p.recipe.predictionMode)},
+      {"##$NCOEF", Integer(p.recipe.ncoef)},
+      {"##$LPBIN", Integer(p.recipe.lpbin)},
+      {"##$MC2", Integer(p.mc2)},
+      {"##$FT_MOD", Integer(p.recipe.ftMode)},
+      {"##$NC_PROC", Integer(p.ncProc)},
   };
   return ForEachLine(file, handlers, [&p](const std::string& line) {
     if (p.dateComment.empty()) p.dateComment = core::Trim(line.substr(2));

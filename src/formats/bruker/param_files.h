@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "model/vendor_recipe.h"
+
 namespace velk::formats::bruker {
 
 using Table31 = std::array<float, 32>;  // elements 1..31 as the files index them
@@ -46,6 +48,9 @@ struct ProcessingFile {
   std::int32_t xdim = 0;
   std::int16_t phaseMode = 0;
   std::string dateComment;  // the first "$$" comment that holds a date, from its third character
+  model::VendorAxisRecipe recipe;  // the processing of this axis
+  int mc2 = 0;
+  std::int32_t ncProc = 0;
 };
 
 // 0 on success, -1 when the file cannot be read or a value that must be a number is not one.

@@ -47,7 +47,7 @@ void ApplyAcquisitionKeys(const AcquisitionFile& a, model::NmrParameters& p, mod
   vendor.delays = a.delays;
   vendor.constants = a.constants;
   vendor.increments = a.increments;
-  vendor.groupDelay = a.groupDelay;
+  vendor.groupDelay = a.groupDelay > 0 ? a.groupDelay : TabulatedGroupDelay(a.decimation, a.filterVersion);
   vendor.decimation = a.decimation;
   vendor.filterVersion = a.filterVersion;
   texts.instrumentId = texts.instrument;

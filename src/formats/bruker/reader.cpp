@@ -45,12 +45,13 @@ Outcome ParameterFailure(int code, const LoadState& state, bool twoD) {
   return {1, twoD ? messages::Invalid2DData() : messages::InvalidData()};
 }
 
-// The title file: its first line is the title, the rest the comment.
+// The title file: its first line is the title, and its text, without the blank lines the
+// spectrometer's software pads it with, the comment.
 void SetTitle(const fs::path& folder, std::string& comment, std::string& title) {
-  const std::string text = ReadTitleFile(Sibling(folder, "title"));
-  const std::size_t end = text.find("\r\n");
-  title = text.substr(0, end);
-  comment = end == std::string::npos ? std::string() : text.substr(end + 2);
+  std::string text = ReadTitleFile(Sibling(folder, "title"));
+  title = text.substr(0, text.find("\r\n"));
+  while (!text.empty() && std::string_view("\r\n \t").find(text.back()) != std::string_view::npos) text.pop_back();
+  comment = text;
 }
 
 // A set without a date of its own takes the data file's time.
@@ -72,6 +73,9 @@ Outcome ReadRaw2D(const DetectedFile& file, model::Spectrum2D& s, LoadState& sta
     state.pulseModeClass = PreselectedClass(probe.kind, FnModeOf(acqu2s));
   }
   if (const int code = RPBru(acqus, acqu2s, s, state); code != 0) return ParameterFailure(code, state, true);
+  s.vendor.recipe = ReadVendorRecipe(file.folder);
+  s.vendor.series = SeriesOf(file.folder, s.params.EXMOD);
+  if (s.vendor.recipe) SetTitle(s.vendor.recipe->source, s.comment, s.params.COMNT);
   return {};
 }
 

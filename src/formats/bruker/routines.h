@@ -4,6 +4,7 @@
 // for a file that is not the vendor's.
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "formats/bruker/param_files.h"
@@ -54,6 +55,13 @@ bool PreparePlanes(model::Spectrum2D& s, std::int32_t f2, std::int32_t f1, bool 
 // Moves the planes, ppm tables and work traces of one record to another, so that a load reuses the
 // session's memory; the data routines check everything before they write into them.
 void LendPlanes(model::Spectrum2D& from, model::Spectrum2D& to);
+// The digital filter's delay in points for files without GRPDLY (DSPFVS 10 to 13); 0 when the
+// version or the decimation is not in the vendor's table.
+double TabulatedGroupDelay(int decimation, int filterVersion);
+// What the rows of a pseudo-2D set step through ("t1ir, vdlist"); empty for a true 2D set.
+std::string SeriesOf(const fs::path& experiment, const std::string& pulseProgram);
+// The processing stored with a raw data set (experiment/pdata/N), when there is one.
+std::optional<model::VendorRecipe> ReadVendorRecipe(const fs::path& experiment);
 // The title file: line ends normalised to CR LF; empty when there is none.
 std::string ReadTitleFile(const fs::path& title);
 
