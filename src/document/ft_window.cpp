@@ -119,6 +119,24 @@ void FtWindow::Refresh() {
   Rephase();
 }
 
+Transformed FtWindow::Execute(platform::Progress& progress, const std::filesystem::path& workFile,
+                              std::function<void(std::string_view)> onCaption) {
+  if (processing::SaveFidWork(workFile, document_.spectrum) != 0) {
+    Transformed refused;
+    refused.outcome = {1, {"File Error", "The FID cannot be kept in " + workFile.string(), platform::Buttons::Ok}};
+    return refused;
+  }
+  const processing::SequenceSettings before = settings_;
+  Transformed done = TransformDocument(document_, settings_, false, progress, std::move(onCaption));
+  if (!done.outcome.ok()) {
+    settings_ = before;
+    processing::RestoreFidWork(workFile, document_.spectrum);
+  }
+  std::error_code ignored;
+  std::filesystem::remove(workFile, ignored);
+  return done;
+}
+
 void FtWindow::Rephase() {
   FtPreview& p = preview_;
   p.shownRe = p.specRe;

@@ -3,9 +3,11 @@
 // is shaping, which row or column is on show in the F2 or F1 view, and the preview of that one
 // trace (the FID, the window curve, and its transform with the window, zero fill and phase).
 #include <cstdint>
+#include <filesystem>
 #include <vector>
 
 #include "document/document.h"
+#include "document/transform.h"
 #include "processing/sequence.h"
 #include "processing/trace_transform.h"
 #include "processing/window.h"
@@ -65,6 +67,12 @@ class FtWindow {
   // The window of an axis has changed (the editor): the curve and the transform are redone.
   void Refresh();
   void Rephase();
+
+  // "Execute 2D-FFT(No LP)" with the phases and windows set here. The FID goes to the work file
+  // first: a quit or a failure puts it back, with the recipe as it was, and the window stays on it
+  // (the caller refreshes the preview on the interface thread). Runs on any thread.
+  Transformed Execute(platform::Progress& progress, const std::filesystem::path& workFile,
+                      std::function<void(std::string_view)> onCaption = {});
 
   const FtPreview& preview() const { return preview_; }
   processing::SequenceSettings& settings() { return settings_; }
