@@ -12,6 +12,8 @@ namespace velk::document {
 using model::F1;
 using model::F2;
 
+constexpr double kDegree = 0.0174532925199433;
+
 FtWindow::FtWindow(Document& d) : document_(d), settings_(DefaultSettingsOf(d)) {
   Refresh();
   ShowWholeFid();
@@ -116,6 +118,7 @@ void FtWindow::Refresh() {
     v.yMultiplier = yMultiplier_;
     p.scale = processing::TransformTrace(p.specRe.data(), p.specIm.data(), p.window, v);
   }
+  rampValid_ = false;
   Rephase();
 }
 
@@ -139,17 +142,29 @@ Transformed FtWindow::Execute(platform::Progress& progress, const std::filesyste
 
 void FtWindow::Rephase() {
   FtPreview& p = preview_;
-  p.shownRe = p.specRe;
-  p.shownIm = p.specIm;
-  const auto n = static_cast<std::int32_t>(p.shownRe.size());
+  const auto n = static_cast<std::int32_t>(p.specRe.size());
+  p.shownRe.resize(p.specRe.size());
+  p.shownIm.resize(p.specIm.size());
   if (PhaseSensitive()) {
     const processing::AxisProcessing& a = Axis();
-    processing::RotatePhaseTrace(p.shownRe.data(), p.shownIm.data(), n, {true, a.phase0, a.phase1, a.pivot});
+    if (!rampValid_ || rampPhase1_ != a.phase1 || rampPivot_ != a.pivot) {
+      rampRe_ = p.specRe;
+      rampIm_ = p.specIm;
+      processing::RotatePhaseTrace(rampRe_.data(), rampIm_.data(), n, {true, 0.0, a.phase1, a.pivot});
+      rampValid_ = true;
+      rampPhase1_ = a.phase1;
+      rampPivot_ = a.pivot;
+    }
+    const double c = std::cos(a.phase0 * kDegree), s = std::sin(a.phase0 * kDegree);
+    for (std::int32_t i = 0; i < n; ++i) {
+      p.shownRe[i] = static_cast<float>(rampRe_[i] * c - rampIm_[i] * s);
+      p.shownIm[i] = static_cast<float>(rampRe_[i] * s + rampIm_[i] * c);
+    }
     return;
   }
   // Absolute classes show the magnitude; the phase controls have no part.
   for (std::int32_t i = 0; i < n; ++i) {
-    p.shownRe[i] = std::hypot(p.shownRe[i], p.shownIm[i]);
+    p.shownRe[i] = std::hypot(p.specRe[i], p.specIm[i]);
     p.shownIm[i] = 0.0f;
   }
 }

@@ -89,6 +89,11 @@ class FtWindow {
   float yMultiplier_ = 1.0f, yLevel_ = 0.0f;
   std::int32_t fidShown_ = 0;
   FtPreview preview_;
+  // The transform turned by the first-order part alone, for the phase 1 and pivot it was made
+  // with: a step of phase 0 then costs one multiplication per point.
+  std::vector<float> rampRe_, rampIm_;
+  bool rampValid_ = false;
+  double rampPhase1_ = 0, rampPivot_ = 0;
 };
 
 }  // namespace velk::document

@@ -110,6 +110,7 @@ QWidget* FtDialog::BuildSteps() {
   grid->setContentsMargins(12, 0, 0, 0);
   where_ = new QLabel(box);
   where_->setObjectName("where");
+  where_->setMinimumWidth(fontMetrics().horizontalAdvance("Row 16384 / 16384   Colm 16384 / 16384"));
   grid->addWidget(where_, 0, 0, 2, 1);
   int column = 1;
   for (const char* name : {"Row", "Colm"}) {

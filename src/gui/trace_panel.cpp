@@ -2,7 +2,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
+#include <QPolygonF>
 #include <algorithm>
 #include <cmath>
 
@@ -11,19 +11,30 @@ namespace velk::gui {
 namespace {
 
 // Points [0, count) of `values` across `box`, scaled so that `full` reaches the box's half height
-// above the middle line (or its full height above the bottom when `fromBottom`).
-QPainterPath Curve(const float* values, int count, const QRectF& box, float full, float level, bool fromBottom) {
-  QPainterPath path;
-  if (count < 2 || !(full > 0)) return path;
+// above the middle line (or its full height above the bottom when `fromBottom`). Where points are
+// denser than pixels, each pixel column carries the lowest and highest of its points, so that a
+// long trace draws as fast as a short one and loses no peak.
+QPolygonF Curve(const float* values, int count, const QRectF& box, float full, float level, bool fromBottom) {
+  QPolygonF line;
+  if (count < 2 || !(full > 0)) return line;
   const double base = fromBottom ? box.bottom() : box.center().y();
   const double height = fromBottom ? box.height() : box.height() / 2;
-  for (int i = 0; i < count; ++i) {
-    const double x = box.left() + box.width() * i / (count - 1);
-    const double y = std::clamp(base - height * (values[i] / full + level), box.top(), box.bottom());
-    if (i == 0) path.moveTo(x, y);
-    else path.lineTo(x, y);
+  const auto y = [&](float v) { return std::clamp(base - height * (v / full + level), box.top(), box.bottom()); };
+  const int columns = std::max(1, static_cast<int>(box.width()));
+  if (count <= 2 * columns) {
+    line.reserve(count);
+    for (int i = 0; i < count; ++i) line << QPointF(box.left() + box.width() * i / (count - 1), y(values[i]));
+    return line;
   }
-  return path;
+  line.reserve(2 * columns);
+  for (int c = 0; c < columns; ++c) {
+    const int from = static_cast<int>(static_cast<std::int64_t>(count) * c / columns);
+    const int to = static_cast<int>(static_cast<std::int64_t>(count) * (c + 1) / columns);
+    const auto [lo, hi] = std::minmax_element(values + from, values + std::max(to, from + 1));
+    const double x = box.left() + c + 0.5;
+    line << QPointF(x, y(*hi)) << QPointF(x, y(*lo));
+  }
+  return line;
 }
 
 }  // namespace
@@ -36,7 +47,6 @@ TracePanel::TracePanel(const document::FtWindow& window, QWidget* parent) : QWid
 void TracePanel::paintEvent(QPaintEvent*) {
   QPainter p(this);
   p.fillRect(rect(), Qt::white);
-  p.setRenderHint(QPainter::Antialiasing);
   const document::FtPreview& t = window_.preview();
   const QRectF fidBox(8, 8, width() - 16, height() * 0.4 - 12);
   const QRectF specBox(8, height() * 0.4 + 4, width() - 16, height() * 0.6 - 12);
@@ -50,15 +60,15 @@ void TracePanel::paintEvent(QPaintEvent*) {
   float fidFull = 0;
   for (int i = 0; i < fidCount; ++i) fidFull = std::max({fidFull, std::abs(t.fidRe[i]), std::abs(t.fidIm[i])});
   p.setPen(QPen(QColor(150, 150, 230), 1));
-  p.drawPath(Curve(t.fidIm.data(), fidCount, fidBox, fidFull, 0, false));
+  p.drawPolyline(Curve(t.fidIm.data(), fidCount, fidBox, fidFull, 0, false));
   p.setPen(QPen(QColor(0, 0, 170), 1));
-  p.drawPath(Curve(t.fidRe.data(), fidCount, fidBox, fidFull, 0, false));
+  p.drawPolyline(Curve(t.fidRe.data(), fidCount, fidBox, fidFull, 0, false));
   if (!t.window.values.empty() && fidCount > 1) {
     std::vector<float> w(static_cast<std::size_t>(fidCount));
     float wFull = 0;
     for (int i = 0; i < fidCount; ++i) wFull = std::max(wFull, std::abs(w[i] = i <= t.window.high() ? t.window.at(i) : 0.0f));
-    p.setPen(QPen(QColor(220, 0, 0), 1.5));
-    p.drawPath(Curve(w.data(), fidCount, fidBox, wFull, 0, false));
+    p.setPen(QPen(QColor(220, 0, 0), 1));
+    p.drawPolyline(Curve(w.data(), fidCount, fidBox, wFull, 0, false));
   }
 
   // The transform, phased: "Y-Span" enlarges it, "Y-Level" lifts it.
@@ -67,7 +77,7 @@ void TracePanel::paintEvent(QPaintEvent*) {
   const bool magnitude = !window_.PhaseSensitive();
   const QRectF box = specBox.adjusted(0, 0, 0, magnitude ? -4 : 0);
   p.setPen(QPen(Qt::black, 1));
-  p.drawPath(Curve(t.shownRe.data(), n, box, magnitude ? full * 2 : full, window_.yLevel(), magnitude));
+  p.drawPolyline(Curve(t.shownRe.data(), n, box, magnitude ? full * 2 : full, window_.yLevel(), magnitude));
   if (!magnitude && n > 1) {
     const double x = specBox.left() + specBox.width() * window_.Pivot() / (n - 1);
     p.setPen(QPen(QColor(0, 150, 0), 1, Qt::DashLine));

@@ -4,6 +4,7 @@
 
 #include "document/ft_window.h"
 #include "document/read_data_set.h"
+#include "processing/transforms.h"
 #include "support/scripted_prompt.h"
 
 namespace velk::document {
@@ -55,7 +56,17 @@ TEST_F(FtWindowTest, PhaseRotatesTheShownTraceOnly) {
     EXPECT_NEAR(w.preview().shownIm[i], re[i], 1e-4f * w.preview().scale.yMaximum);
   }
   EXPECT_EQ(w.preview().specRe, re);
-  w.AddPhase0(95);
+  // Both orders with a pivot: the same turn as the matrix rotation of the transform.
+  w.SetPivot(100);
+  w.SetPhase1(-250);
+  w.SetPhase0(33);
+  std::vector<float> xr = re, xi = im;
+  processing::RotatePhaseTrace(xr.data(), xi.data(), static_cast<std::int32_t>(xr.size()), {true, 33, -250, 100});
+  for (std::size_t i = 0; i < xr.size(); i += 37) {
+    ASSERT_NEAR(w.preview().shownRe[i], xr[i], 1e-5f * w.preview().scale.yMaximum);
+    ASSERT_NEAR(w.preview().shownIm[i], xi[i], 1e-5f * w.preview().scale.yMaximum);
+  }
+  w.AddPhase0(152);  // 185 wraps
   EXPECT_DOUBLE_EQ(w.Phase0(), -175);
   w.SetPhase1(5000);
   EXPECT_DOUBLE_EQ(w.Phase1(), 1800);
