@@ -15,6 +15,7 @@
 #include <functional>
 
 #include "gui/trace_panel.h"
+#include "gui/window_dialog.h"
 #include "processing/ft_controls.h"
 
 namespace velk::gui {
@@ -66,8 +67,10 @@ FtDialog::FtDialog(document::Document& d, std::filesystem::path workFile, platfo
   auto* expand = Button("Exp.", "Expand FID time scale by 2.", controls_);
   connect(all, &QPushButton::clicked, this, [this] { state_->ShowWholeFid(); Redraw(); });
   connect(expand, &QPushButton::clicked, this, [this] { state_->ExpandFid(); Redraw(); });
+  auto* window = Button("Window Function", "Set Window Function", controls_);
+  connect(window, &QPushButton::clicked, this, [this] { EditWindow(); });
   for (QWidget* w : {static_cast<QWidget*>(execute), static_cast<QWidget*>(f2), static_cast<QWidget*>(f1),
-                     static_cast<QWidget*>(all), static_cast<QWidget*>(expand)})
+                     static_cast<QWidget*>(all), static_cast<QWidget*>(expand), static_cast<QWidget*>(window)})
     top->addWidget(w);
   top->addWidget(BuildSteps());
   top->addStretch();
@@ -192,6 +195,13 @@ QWidget* FtDialog::BuildPhase(bool first) {
   });
   row->addWidget(phaseEdit_[k]);
   return box;
+}
+
+WindowDialog* FtDialog::EditWindow() {
+  auto* editor = new WindowDialog(*state_, [this] { Redraw(); }, this, clock_);
+  editor->setAttribute(Qt::WA_DeleteOnClose);
+  editor->open();
+  return editor;
 }
 
 void FtDialog::Redraw() {

@@ -20,6 +20,7 @@ class QScrollBar;
 namespace velk::gui {
 
 class TracePanel;
+class WindowDialog;
 
 class FtDialog final : public QDialog {
   Q_OBJECT
@@ -33,6 +34,8 @@ class FtDialog final : public QDialog {
   bool Running() const { return worker_.Busy(); }
   // "Execute 2D-FFT(No LP)".
   void Execute();
+  // "Set Window Function" for the axis shown; the editor is open when this returns.
+  WindowDialog* EditWindow();
 
  signals:
   // The tag of the end: "OK" after the transform, "CANCEL" when the FID stays raw.

@@ -16,6 +16,7 @@
 #include "display/view_navigation.h"
 #include "gui/main_window.h"
 #include "gui/step_label.h"
+#include "gui/window_dialog.h"
 #include "ft_steps.h"
 #include "support/corpus.h"
 #include "support/temp_folder.h"
@@ -309,6 +310,29 @@ class MainWindowTest : public QObject {
     auto* field = ft->findChild<QLineEdit*>("0-Order Phase Correction(degree)");
     QCOMPARE(field->text(), QString("10.0"));
     QCOMPARE(ft->findChild<QScrollBar*>("Phase-0")->value(), 100);
+
+    // The window editor: steps held on a fake clock, a typed corner, a type change; "Cancel" puts
+    // back the curve and the trace exactly.
+    {  // the editor goes before its parent, the FT window, does
+      const std::vector<float> curve = state.preview().window.values, trace = state.preview().shownRe;
+      std::int64_t t = 0;
+      gui::WindowDialog editor(state, {}, ft, [&t] { return t; });
+      QVERIFY(editor.windowTitle().startsWith("Set Window Function("));
+      QVERIFY(editor.windowTitle().endsWith(") (2D RW)"));
+      auto* startUp = editor.findChild<gui::StepLabel*>("Region of Function(%): start up");
+      QTest::mousePress(startUp, Qt::LeftButton);
+      t = 600, startUp->Tick();  // 1 + 1 + 2 steps
+      QTest::mouseRelease(startUp, Qt::LeftButton);
+      QCOMPARE(editor.findChild<QLineEdit*>("Region of Function(%): start")->text(),
+               QString::number(state.settings().axis[model::F2].window.WS[state.settings().axis[model::F2].window.type - 1]));
+      editor.Type(processing::WindowField::T3, "1");  // within 10 of T2: T2 + 10
+      QCOMPARE(state.settings().axis[model::F2].window.T[2], state.settings().axis[model::F2].window.T[1] + 10);
+      QVERIFY(state.preview().window.values != curve);
+      editor.findChild<QComboBox*>("type")->setCurrentIndex(processing::kExponential);
+      editor.findChild<QPushButton*>("Cancel")->click();
+      QCOMPARE(state.preview().window.values, curve);
+      QCOMPARE(state.preview().shownRe, trace);
+    }
 
     ft->findChild<QPushButton*>("F1")->click();
     QCOMPARE(state.view(), model::F1);

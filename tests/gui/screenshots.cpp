@@ -12,6 +12,7 @@
 
 #include "gui/main_window.h"
 #include "gui/splash.h"
+#include "gui/window_dialog.h"
 #include "ft_steps.h"
 #include "support/temp_folder.h"
 
@@ -109,6 +110,10 @@ int main(int argc, char** argv) {
     state.StepRow(+4);
     ft->findChild<QPushButton*>("F2")->click();
     ok &= Save(*ft, out + "/ft-hsqc-f2.png");
+    QWidget* editor = ft->EditWindow();
+    editor->resize(520, 560);
+    ok &= Save(*editor, out + "/dialog-window-function.png");
+    editor->close();
     const auto& re = state.preview().fidRe;
     std::size_t top = 0;
     for (std::size_t i = 0; i < re.size(); ++i) if (std::abs(re[i]) > std::abs(re[top])) top = i;
