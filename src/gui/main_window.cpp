@@ -47,13 +47,6 @@ class ProcessLauncher final : public platform::Launcher {
   }
 };
 
-// Until the transform window is part of the program, a raw FID is transformed as that window
-// would do on "Execute 2D-FFT(No LP)" right after opening: the default recipe of the data set.
-bool TransformWithDefaults(document::Document& d, platform::Progress& progress) {
-  processing::SequenceSettings settings = document::DefaultSettingsOf(d);
-  return document::TransformDocument(d, settings, false, progress).outcome.ok();
-}
-
 std::string AxisCaption(const char* axis, const std::string& nucleus) {
   return std::string(axis) + (nucleus.empty() ? "" : " " + nucleus) + " (ppm)";
 }
@@ -247,36 +240,43 @@ void MainWindow::OpenFile(std::optional<std::string> name) {
   view_->SetBusy(true);
   SetBusy(true, "Reading");
   auto result = std::make_shared<document::OpenResult>(document::OpenResult::Cancelled);
-  auto transformed = std::make_shared<bool>(false);
   snapshotBack_ = false;
   opening_.Start(
-      [this, name, result, transformed](platform::Progress& progress) {
+      [this, name, result](platform::Progress&) {
         // A name left by StartUp is already read into the FT window's place.
         *result = session_.state == document::SessionState::FtWindow && name == session_.commandLine
                       ? document::OpenResult::FidLoaded
                       : document::Open(session_, *services_, name);
-        if (*result == document::OpenResult::FidLoaded) *transformed = TransformWithDefaults(session_.document, progress);
       },
-      [this, result, transformed] {
-        if (*result == document::OpenResult::FidLoaded) {
-          const std::string title = windowTitle().toStdString();
-          document::LeaveFtWindow(session_, *services_, *transformed);
-          *result = *transformed ? document::OpenResult::SpectrumLoaded : document::OpenResult::Failed;
-          // A transform that was quit or failed leaves raw data behind: the spectrum shown before
-          // comes back, or the window shows nothing.
-          if (!*transformed && snapshotBack_) {
-            session_.windowTitle = title;
-            *result = document::OpenResult::SpectrumLoaded;
-          } else if (!*transformed) {
-            document::DiscardData(session_);
-            data_.spectrum = nullptr;
-            setWindowTitle("NMR 2D");
-          }
-        }
+      [this, result] {
         view_->SetBusy(false);
         SetBusy(false, {});
-        AfterOpening(*result);
+        if (*result == document::OpenResult::FidLoaded) OpenFtWindow();
+        else AfterOpening(*result);
       });
+}
+
+void MainWindow::OpenFtWindow() {
+  const std::string title = windowTitle().toStdString();
+  ft_ = new FtDialog(session_.document, session_.run.FidWorkFile(), prompt_, this);
+  connect(ft_, &FtDialog::ended, this, [this, title](bool transformed) {
+    ft_->deleteLater();
+    ft_ = nullptr;
+    document::LeaveFtWindow(session_, *services_, transformed);
+    document::OpenResult result = transformed ? document::OpenResult::SpectrumLoaded : document::OpenResult::Failed;
+    // Leaving without a transform brings back the spectrum shown before, or the window shows nothing.
+    if (!transformed && snapshotBack_) {
+      session_.windowTitle = title;
+      result = document::OpenResult::SpectrumLoaded;
+    } else if (!transformed) {
+      document::DiscardData(session_);
+      data_.spectrum = nullptr;
+      setWindowTitle("NMR 2D");
+    }
+    AfterOpening(result);
+  });
+  ft_->resize(900, 640);
+  ft_->show();
 }
 
 void MainWindow::AfterOpening(document::OpenResult result) {

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "document/session.h"
+#include "gui/ft_dialog.h"
 #include "gui/spectrum_view.h"
 #include "gui/worker.h"
 #include "platform/qt/qt_prompt.h"
@@ -32,7 +33,9 @@ class MainWindow final : public QMainWindow {
   // "Read Data" with a name (command line, recent files, a dropped file) or through the dialog.
   // The file is read on a worker thread; `opened` is emitted when the window shows it.
   void OpenFile(std::optional<std::string> name = std::nullopt);
-  bool Opening() const { return opening_.Busy(); }
+  // Busy while a file is read and while its FID is in the FT window.
+  bool Opening() const { return opening_.Busy() || ft_ != nullptr; }
+  FtDialog* FtWindow() const { return ft_; }
   bool Ended() const { return ended_; }
 
   // For the people who test the window: what it shows.
@@ -66,6 +69,7 @@ class MainWindow final : public QMainWindow {
   QWidget* BuildLevelControls();
   void BuildStatusBar();
   void ApplySettings();
+  void OpenFtWindow();
   void AfterOpening(document::OpenResult result);
   void ShowData();
   void DiscardData();
@@ -85,6 +89,7 @@ class MainWindow final : public QMainWindow {
   ViewData data_;
   SpectrumView* view_ = nullptr;
   Worker opening_;
+  FtDialog* ft_ = nullptr;  // the FT window while a raw FID is in it
   float fullScale_ = 1.0f;  // the largest shown value: 100 % of the limits
   bool ended_ = false;
   bool snapshotBack_ = false;  // the shown spectrum came back from its snapshot

@@ -2,6 +2,9 @@
 // makers, read the title, the axes and the level bar, move the levels, draw a rubber band, put a
 // slice cursor on a peak, and close with the question about changed data.
 #include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollBar>
 #include <QDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -12,6 +15,9 @@
 
 #include "display/view_navigation.h"
 #include "gui/main_window.h"
+#include "gui/step_label.h"
+#include "gui/window_dialog.h"
+#include "ft_steps.h"
 #include "support/corpus.h"
 #include "support/temp_folder.h"
 
@@ -192,7 +198,7 @@ class MainWindowTest : public QObject {
     QVERIFY(w.Ended());
   }
 
-  // A JCAMP-DX 2D spectrum, a JEOL HSQC and the example's raw COSY (both transformed on opening)
+  // A JCAMP-DX 2D spectrum, a JEOL HSQC and the example's raw COSY (both through the FT window)
   // open the same way, and the next run remembers them.
   void OtherFormatsOpen() {
     test::TempFolder folders;
@@ -205,17 +211,31 @@ class MainWindowTest : public QObject {
     QVERIFY(w.View().state.ViewF2Start > w.View().state.ViewF2End);
     QVERIFY(w.Picture().Levels().DrawCount >= 8);
 
-    // "Quit" while the example's raw COSY is transformed: the JCAMP-DX spectrum comes back.
+    // "Quit FFT" while the example's raw COSY is transformed: the FT window stays on the FID, and
+    // "Exit without FFT" brings the JCAMP-DX spectrum back.
     const std::string cosy = std::string(VELK_SOURCE_DIR) + "/examples/cosy/ser";
     const float f1High = w.View().state.ViewF1End;
-    QTimer::singleShot(0, [&w] { w.findChild<QPushButton*>("quit")->click(); });
-    QVERIFY(OpenAndWait(w, cosy));
+    gui::FtDialog* ft = test::OpenFid(w, cosy);
+    QVERIFY(ft);
+    const std::vector<float> fid = ft->State().preview().fidRe;
+    ft->Execute();
+    ft->findChild<QPushButton*>("Quit FFT")->click();
+    QVERIFY(QTest::qWaitFor([&] { return !ft->Running(); }, 60000));
+    QVERIFY(w.FtWindow() == ft && ft->isVisible());
+    QCOMPARE(ft->State().preview().fidRe, fid);  // the FID came back from the work file
+    Answerer leave;
+    leave.Press("OK");
+    ft->close();
+    QCOMPARE(leave.title, QString("FT end"));
+    QCOMPARE(leave.text, QString("Exit without FFT"));
+    QVERIFY(QTest::qWaitFor([&] { return !w.Opening(); }, 5000));
     QCOMPARE(w.windowTitle(), QString::fromStdString(jcamp + " NMR 2D "));
     QCOMPARE(w.View().state.ViewF1End, f1High);
 
-    // JEOL's 2D data in the corpus are raw: the HSQC is transformed on opening, 13C along F1.
+    // JEOL's 2D data in the corpus are raw: the HSQC goes through the FT window, 13C along F1.
     const std::string jeol = test::CorpusPath("jeol/Rutin_3080ug200uL_DMSOd6_HSQC_400MHz_Jeol.jdf").string();
-    QVERIFY(OpenAndWait(w, jeol));
+    ft = test::OpenFid(w, jeol);
+    QVERIFY(ft && test::TransformAndWait(w, *ft));
     QCOMPARE(w.windowTitle(), QString::fromStdString(jeol + " NMR 2D "));
     QVERIFY(w.View().captionF1.find("13C") != std::string::npos);
 
@@ -223,7 +243,8 @@ class MainWindowTest : public QObject {
     // question comes up on the interface thread.
     Answerer first;
     first.Press("Do not Save");
-    QVERIFY(OpenAndWait(w, cosy));
+    ft = test::OpenFid(w, cosy);
+    QVERIFY(ft && test::TransformAndWait(w, *ft));
     QCOMPARE(first.title, QString("Caution!"));
     QCOMPARE(first.text, QString("Data has been Changed"));
     QCOMPARE(w.windowTitle(), QString::fromStdString(cosy + " NMR 2D "));
@@ -242,6 +263,84 @@ class MainWindowTest : public QObject {
     QCOMPARE(next.size(), QSize(1000, 640));
     const std::vector<std::string>& recent = next.Session().settings2D.lists.at("RECENT FILE");
     QCOMPARE(recent, (std::vector<std::string>{cosy, jeol, jcamp}));
+  }
+
+  // The example's raw COSY in the FT window: rows stepped, a phase held on its step label (the
+  // repeats timed by a fake clock), the F1 view, the transform, and the spectrum in the main window.
+  void FtWindowAsAPersonUsesIt() {
+    test::TempFolder folders;
+    gui::MainWindow w(FoldersIn(folders), "");
+    w.resize(900, 700);
+    w.show();
+    gui::FtDialog* ft = test::OpenFid(w, std::string(VELK_SOURCE_DIR) + "/examples/cosy/ser");
+    QVERIFY(ft);
+    QCOMPARE(ft->windowTitle(), QString("FT-Phase"));
+    document::FtWindow& state = ft->State();
+    QCOMPARE(state.row(), 0);
+    auto* up = ft->findChild<QLabel*>("Row up");
+    QTest::mouseClick(up, Qt::LeftButton);
+    QTest::mouseClick(up, Qt::LeftButton);
+    QCOMPARE(state.row(), 2);
+    QCOMPARE(state.preview().fidRe[7], w.Session().document.spectrum.RR.at(7, 2));
+
+    // A held "+10" of "Phase-0" on a fake clock: once at once, again at 500 ms, then every 50 ms.
+    std::int64_t now = 0;
+    gui::StepLabel step("+10", [&now] { return now; });
+    int steps = 0;
+    QObject::connect(&step, &gui::StepLabel::stepped, [&steps](int n) { steps += n; });
+    QTest::mousePress(&step, Qt::LeftButton);
+    now = 499, step.Tick();
+    QCOMPARE(steps, 1);
+    now = 500, step.Tick();
+    QCOMPARE(steps, 2);
+    now = 650, step.Tick();
+    QCOMPARE(steps, 5);
+    QTest::mouseRelease(&step, Qt::LeftButton);
+    now = 2000, step.Tick();
+    QCOMPARE(steps, 5);
+
+    // The window's own label: 36 steps of +10 go once round phase 0, through -180.
+    auto* plus10 = ft->findChild<QLabel*>("Phase-0 +10");
+    QVERIFY(plus10);
+    for (int i = 0; i < 18; ++i) QTest::mouseClick(plus10, Qt::LeftButton);
+    QCOMPARE(state.Phase0(), -180.0);
+    for (int i = 0; i < 18; ++i) QTest::mouseClick(plus10, Qt::LeftButton);
+    QCOMPARE(state.Phase0(), 0.0);
+    QTest::mouseClick(plus10, Qt::LeftButton);
+    auto* field = ft->findChild<QLineEdit*>("0-Order Phase Correction(degree)");
+    QCOMPARE(field->text(), QString("10.0"));
+    QCOMPARE(ft->findChild<QScrollBar*>("Phase-0")->value(), 100);
+
+    // The window editor: steps held on a fake clock, a typed corner, a type change; "Cancel" puts
+    // back the curve and the trace exactly.
+    {  // the editor goes before its parent, the FT window, does
+      const std::vector<float> curve = state.preview().window.values, trace = state.preview().shownRe;
+      std::int64_t t = 0;
+      gui::WindowDialog editor(state, {}, ft, [&t] { return t; });
+      QVERIFY(editor.windowTitle().startsWith("Set Window Function("));
+      QVERIFY(editor.windowTitle().endsWith(") (2D RW)"));
+      auto* startUp = editor.findChild<gui::StepLabel*>("Region of Function(%): start up");
+      QTest::mousePress(startUp, Qt::LeftButton);
+      t = 600, startUp->Tick();  // 1 + 1 + 2 steps
+      QTest::mouseRelease(startUp, Qt::LeftButton);
+      QCOMPARE(editor.findChild<QLineEdit*>("Region of Function(%): start")->text(),
+               QString::number(state.settings().axis[model::F2].window.WS[state.settings().axis[model::F2].window.type - 1]));
+      editor.Type(processing::WindowField::T3, "1");  // within 10 of T2: T2 + 10
+      QCOMPARE(state.settings().axis[model::F2].window.T[2], state.settings().axis[model::F2].window.T[1] + 10);
+      QVERIFY(state.preview().window.values != curve);
+      editor.findChild<QComboBox*>("type")->setCurrentIndex(processing::kExponential);
+      editor.findChild<QPushButton*>("Cancel")->click();
+      QCOMPARE(state.preview().window.values, curve);
+      QCOMPARE(state.preview().shownRe, trace);
+    }
+
+    ft->findChild<QPushButton*>("F1")->click();
+    QCOMPARE(state.view(), model::F1);
+    QCOMPARE(int(state.preview().fidRe.size()), state.Rows());
+    QVERIFY(test::TransformAndWait(w, *ft));
+    QVERIFY(w.FtWindow() == nullptr);
+    QVERIFY(w.View().spectrum != nullptr);
+    QVERIFY(w.Picture().Levels().DrawCount >= 1);
   }
 };
 

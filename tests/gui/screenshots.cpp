@@ -1,4 +1,4 @@
-// velk2d-screenshots OUTDIR COSY [HSQC]: renders the main window and its dialogs on real data into
+// velk2d-screenshots OUTDIR COSY [HSQC [HSQC_FID]]: renders the main window and its dialogs on real data into
 // OUTDIR/*.png for a person to look at. scripts/screenshots runs it on the offscreen platform.
 #include <QApplication>
 #include <QLineEdit>
@@ -7,10 +7,13 @@
 #include <QSplashScreen>
 #include <QTest>
 #include <QTimer>
+#include <cmath>
 #include <cstdio>
 
 #include "gui/main_window.h"
 #include "gui/splash.h"
+#include "gui/window_dialog.h"
+#include "ft_steps.h"
 #include "support/temp_folder.h"
 
 using namespace velk;
@@ -43,8 +46,8 @@ void GrabNextDialog(const QString& file, const QString& button) {
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
-  if (argc != 3 && argc != 4) {
-    std::fprintf(stderr, "usage: velk2d-screenshots OUTDIR COSY [HSQC]\n");
+  if (argc < 3 || argc > 5) {
+    std::fprintf(stderr, "usage: velk2d-screenshots OUTDIR COSY [HSQC [HSQC_FID]]\n");
     return 2;
   }
   const QString out = argv[1];
@@ -58,9 +61,10 @@ int main(int argc, char** argv) {
   w.show();
   bool ok = true;
 
-  // The COSY's cross peaks lie below the first 10 %: the lower limit typed down to 3 %.
-  w.OpenFile(argv[2]);
-  ok &= Settled(w);
+  // The raw COSY goes through the FT window. Its cross peaks lie below the first 10 %: the lower
+  // limit typed down to 3 %.
+  gui::FtDialog* ft = test::OpenFid(w, argv[2]);
+  ok &= ft && test::TransformAndWait(w, *ft);
   auto* lower = w.findChild<QLineEdit*>("lowerLimit");
   lower->selectAll();
   QTest::keyClicks(lower, "3");
@@ -97,6 +101,29 @@ int main(int argc, char** argv) {
   });
   w.SetUpGrid();
   ok &= Save(w, out + "/main-hsqc-zoom-grid.png");
+
+  // The HSQC's raw FID in the FT window: a row near the top of the FID in the F2 view, the
+  // column of the largest signal in the F1 view; then "Exit without FFT".
+  if (argc == 5 && (ft = test::OpenFid(w, argv[4]))) {
+    ft->resize(1100, 720);
+    document::FtWindow& state = ft->State();
+    state.StepRow(+4);
+    ft->findChild<QPushButton*>("F2")->click();
+    ok &= Save(*ft, out + "/ft-hsqc-f2.png");
+    QWidget* editor = ft->EditWindow();
+    editor->resize(520, 560);
+    ok &= Save(*editor, out + "/dialog-window-function.png");
+    editor->close();
+    const auto& re = state.preview().fidRe;
+    std::size_t top = 0;
+    for (std::size_t i = 0; i < re.size(); ++i) if (std::abs(re[i]) > std::abs(re[top])) top = i;
+    state.StepColumn(static_cast<int>(top));
+    ft->findChild<QPushButton*>("F1")->click();
+    ok &= Save(*ft, out + "/ft-hsqc-f1.png");
+    GrabNextDialog(out + "/dialog-ft-end.png", "OK");
+    ft->close();
+    ok &= Settled(w);
+  }
 
   GrabNextDialog(out + "/dialog-exit.png", "Do not Save");
   w.close();

@@ -1,0 +1,172 @@
+#include "document/ft_window.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "document/transform.h"
+#include "processing/ft_controls.h"
+#include "processing/transforms.h"
+
+namespace velk::document {
+
+using model::F1;
+using model::F2;
+
+constexpr double kDegree = 0.0174532925199433;
+
+FtWindow::FtWindow(Document& d) : document_(d), settings_(DefaultSettingsOf(d)) {
+  Refresh();
+  ShowWholeFid();
+}
+
+std::int32_t FtWindow::Rows() const { return settings_.axis[F1].baseSize; }
+std::int32_t FtWindow::Columns() const { return settings_.axis[F2].baseSize; }
+bool FtWindow::PhaseSensitive() const { return model::IsPhaseSensitive(settings_.pulseModeClass); }
+
+void FtWindow::ShowF2() {
+  view_ = F2;
+  Refresh();
+  ShowWholeFid();
+}
+
+void FtWindow::ShowF1() {
+  view_ = F1;
+  settings_.axis[F1].pivot = std::round(processing::CurrentSize(settings_.axis[F1]) / 2.0);
+  Refresh();
+  ShowWholeFid();
+}
+
+void FtWindow::StepRow(int direction) {
+  row_ = std::clamp(row_ + direction, 0, std::max(0, Rows() - 1));
+  if (view_ == F2) Refresh();
+}
+
+void FtWindow::StepColumn(int direction) {
+  column_ = std::clamp(column_ + direction, 0, std::max(0, Columns() - 1));
+  if (view_ == F1) Refresh();
+}
+
+void FtWindow::AddPhase0(double step) {
+  Axis().phase0 = processing::AddPhase0(Axis().phase0, step);
+  Rephase();
+}
+
+void FtWindow::AddPhase1(double step) {
+  Axis().phase1 = processing::AddPhase1(Axis().phase1, step);
+  Rephase();
+}
+
+void FtWindow::SetPhase0(double degrees) { AddPhase0(degrees - Axis().phase0); }
+void FtWindow::SetPhase1(double degrees) { AddPhase1(degrees - Axis().phase1); }
+
+void FtWindow::SetPivot(std::int32_t point) {
+  if (view_ != F2) return;
+  Axis().pivot = std::clamp(point, 0, processing::CurrentSize(Axis()) - 1);
+  Rephase();
+}
+
+void FtWindow::SetYSpan(float multiplier) {
+  if (!(multiplier > 0)) return;
+  yMultiplier_ = multiplier;
+  preview_.scale.ySpan = preview_.scale.yMaximum / yMultiplier_;
+}
+
+void FtWindow::Refresh() {
+  const model::Spectrum2D& s = document_.spectrum;
+  const processing::AxisProcessing& a = Axis();
+  const std::int32_t n = processing::CurrentSize(a);
+  FtPreview& p = preview_;
+  p.fidRe.assign(static_cast<std::size_t>(std::max(n, 0)), 0.0f);
+  p.fidIm.assign(p.fidRe.size(), 0.0f);
+  // The F2 view shows a row of (RR, IR); the F1 view a column of the F1 pair: (RR, RI) in the
+  // phase-sensitive classes, (RR, IR) in the absolute ones.
+  if (view_ == F2) {
+    const std::int32_t points = std::min(n, s.RR.stride);
+    if (row_ < s.RR.rows)
+      for (std::int32_t i = 0; i < points; ++i) {
+        p.fidRe[i] = s.RR.at(i, row_);
+        p.fidIm[i] = s.IR.at(i, row_);
+      }
+  } else {
+    const model::Plane& imag = PhaseSensitive() ? s.RI : s.IR;
+    const std::int32_t points = std::min(n, s.RR.rows);
+    if (column_ < s.RR.stride)
+      for (std::int32_t j = 0; j < points; ++j) {
+        p.fidRe[j] = s.RR.at(column_, j);
+        p.fidIm[j] = imag.at(column_, j);
+      }
+  }
+  const platform::Outcome made = view_ == F2 ? processing::Make_RW_Wind(s, settings_, p.window)
+                                             : processing::Make_CL_Wind(s, settings_, p.window);
+  p.windowFailed = !made.ok();
+  p.specRe = p.fidRe;
+  p.specIm = p.fidIm;
+  if (p.windowFailed) {
+    std::fill(p.specRe.begin(), p.specRe.end(), 0.0f);
+    std::fill(p.specIm.begin(), p.specIm.end(), 0.0f);
+  } else {
+    processing::TraceView v;
+    v.axis = view_;
+    v.span = s.axis[view_].Frequency;
+    v.size = n;
+    v.zeroFill = a.lpFactor != 1 ? a.lpFactor : a.zeroFill;
+    v.fidShift = view_ == F2 ? s.fidShift : 0;
+    v.pulseModeClass = settings_.pulseModeClass;
+    v.formatNumber = settings_.formatNumber;
+    v.brukerData = settings_.brukerData;
+    v.f1SingleAd = settings_.axis[F1].singleAd;
+    v.yMultiplier = yMultiplier_;
+    p.scale = processing::TransformTrace(p.specRe.data(), p.specIm.data(), p.window, v);
+  }
+  rampValid_ = false;
+  Rephase();
+}
+
+Transformed FtWindow::Execute(platform::Progress& progress, const std::filesystem::path& workFile,
+                              std::function<void(std::string_view)> onCaption) {
+  if (processing::SaveFidWork(workFile, document_.spectrum) != 0) {
+    Transformed refused;
+    refused.outcome = {1, {"File Error", "The FID cannot be kept in " + workFile.string(), platform::Buttons::Ok}};
+    return refused;
+  }
+  const processing::SequenceSettings before = settings_;
+  Transformed done = TransformDocument(document_, settings_, false, progress, std::move(onCaption));
+  if (!done.outcome.ok()) {
+    settings_ = before;
+    processing::RestoreFidWork(workFile, document_.spectrum);
+  }
+  std::error_code ignored;
+  std::filesystem::remove(workFile, ignored);
+  return done;
+}
+
+void FtWindow::Rephase() {
+  FtPreview& p = preview_;
+  const auto n = static_cast<std::int32_t>(p.specRe.size());
+  p.shownRe.resize(p.specRe.size());
+  p.shownIm.resize(p.specIm.size());
+  if (PhaseSensitive()) {
+    const processing::AxisProcessing& a = Axis();
+    if (!rampValid_ || rampPhase1_ != a.phase1 || rampPivot_ != a.pivot) {
+      rampRe_ = p.specRe;
+      rampIm_ = p.specIm;
+      processing::RotatePhaseTrace(rampRe_.data(), rampIm_.data(), n, {true, 0.0, a.phase1, a.pivot});
+      rampValid_ = true;
+      rampPhase1_ = a.phase1;
+      rampPivot_ = a.pivot;
+    }
+    const double c = std::cos(a.phase0 * kDegree), s = std::sin(a.phase0 * kDegree);
+    for (std::int32_t i = 0; i < n; ++i) {
+      p.shownRe[i] = static_cast<float>(rampRe_[i] * c - rampIm_[i] * s);
+      p.shownIm[i] = static_cast<float>(rampRe_[i] * s + rampIm_[i] * c);
+    }
+    return;
+  }
+  // Absolute classes show the magnitude; the phase controls have no part.
+  for (std::int32_t i = 0; i < n; ++i) {
+    p.shownRe[i] = std::hypot(p.specRe[i], p.specIm[i]);
+    p.shownIm[i] = 0.0f;
+  }
+}
+
+}  // namespace velk::document

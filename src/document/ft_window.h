@@ -1,0 +1,99 @@
+#pragma once
+// The FT window without its widgets: the raw FID of the document, the transform recipe the user
+// is shaping, which row or column is on show in the F2 or F1 view, and the preview of that one
+// trace (the FID, the window curve, and its transform with the window, zero fill and phase).
+#include <cstdint>
+#include <filesystem>
+#include <vector>
+
+#include "document/document.h"
+#include "document/transform.h"
+#include "processing/sequence.h"
+#include "processing/trace_transform.h"
+#include "processing/window.h"
+
+namespace velk::document {
+
+struct FtPreview {
+  std::vector<float> fidRe, fidIm;          // the trace as read, N points (zero past the data)
+  processing::WindowCurve window;           // the curve of the axis shown
+  std::vector<float> specRe, specIm;        // the transform, before phase
+  std::vector<float> shownRe, shownIm;      // phased, or the magnitude in absolute classes
+  processing::TraceScale scale;
+  bool windowFailed = false;                // the curve would divide by zero: no transform shown
+};
+
+class FtWindow {
+ public:
+  // Opens on the document's raw FID with its default recipe, in the F2 view on row 0.
+  explicit FtWindow(Document& d);
+
+  model::Axis view() const { return view_; }
+  std::int32_t row() const { return row_; }
+  std::int32_t column() const { return column_; }
+  std::int32_t Rows() const;     // rows of the FID (F1 data points)
+  std::int32_t Columns() const;  // complex points of a row (F2 data points)
+  bool PhaseSensitive() const;
+
+  // The F2 view ("row") or the F1 view ("column"); both rebuild the preview.
+  void ShowF2();
+  void ShowF1();
+  // "Row" and "Colm" up and down: one step, kept inside the data; the preview follows.
+  void StepRow(int direction);
+  void StepColumn(int direction);
+
+  // The phases of the axis shown. Steps wrap phase 0 and clamp phase 1; a typed or scrolled phase
+  // goes through the same rule. Only the phase is reworked, not the transform.
+  double Phase0() const { return Axis().phase0; }
+  double Phase1() const { return Axis().phase1; }
+  double Pivot() const { return Axis().pivot; }
+  void AddPhase0(double step);
+  void AddPhase1(double step);
+  void SetPhase0(double degrees);
+  void SetPhase1(double degrees);
+  // The F2 pivot is the point the user picked; the F1 pivot stays at N1/2.
+  void SetPivot(std::int32_t point);
+
+  // "Y-Span" (the multiplier) and "Y-Level" (the offset on screen).
+  float ySpan() const { return yMultiplier_; }
+  float yLevel() const { return yLevel_; }
+  void SetYSpan(float multiplier);
+  void SetYLevel(float level) { yLevel_ = level; }
+  // "All" shows the whole FID; "Exp." halves the time range shown (never below 16 points).
+  std::int32_t fidShown() const { return fidShown_; }
+  void ShowWholeFid() { fidShown_ = static_cast<std::int32_t>(preview_.fidRe.size()); }
+  void ExpandFid() { fidShown_ = std::max<std::int32_t>(16, fidShown_ / 2); }
+
+  // The window of an axis has changed (the editor): the curve and the transform are redone.
+  void Refresh();
+  void Rephase();
+
+  // "Execute 2D-FFT(No LP)" with the phases and windows set here. The FID goes to the work file
+  // first: a quit or a failure puts it back, with the recipe as it was, and the window stays on it
+  // (the caller refreshes the preview on the interface thread). Runs on any thread.
+  Transformed Execute(platform::Progress& progress, const std::filesystem::path& workFile,
+                      std::function<void(std::string_view)> onCaption = {});
+
+  const FtPreview& preview() const { return preview_; }
+  processing::SequenceSettings& settings() { return settings_; }
+  Document& document() { return document_; }
+
+ private:
+  processing::AxisProcessing& Axis() { return settings_.axis[view_]; }
+  const processing::AxisProcessing& Axis() const { return settings_.axis[view_]; }
+
+  Document& document_;
+  processing::SequenceSettings settings_;
+  model::Axis view_ = model::F2;
+  std::int32_t row_ = 0, column_ = 0;
+  float yMultiplier_ = 1.0f, yLevel_ = 0.0f;
+  std::int32_t fidShown_ = 0;
+  FtPreview preview_;
+  // The transform turned by the first-order part alone, for the phase 1 and pivot it was made
+  // with: a step of phase 0 then costs one multiplication per point.
+  std::vector<float> rampRe_, rampIm_;
+  bool rampValid_ = false;
+  double rampPhase1_ = 0, rampPivot_ = 0;
+};
+
+}  // namespace velk::document
