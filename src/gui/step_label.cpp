@@ -1,5 +1,7 @@
 #include "gui/step_label.h"
 
+#include <algorithm>
+
 #include <QMouseEvent>
 #include <chrono>
 
@@ -17,7 +19,8 @@ StepLabel::StepLabel(const QString& text, Clock clock, QWidget* parent)
   setAlignment(Qt::AlignCenter);
   setFrameShape(QFrame::Panel);
   setFrameShadow(QFrame::Raised);
-  setMinimumWidth(30);
+  // Never narrower than its text, however crowded the row of controls is.
+  setMinimumWidth(std::max(30, fontMetrics().horizontalAdvance(text) + 10));
   timer_.setInterval(10);
   connect(&timer_, &QTimer::timeout, this, &StepLabel::Tick);
 }
