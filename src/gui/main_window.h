@@ -40,7 +40,7 @@ class MainWindow final : public QMainWindow {
 
   // For the people who test the window: what it shows.
   const document::Session& Session() const { return session_; }
-  const ViewData& View() const { return data_; }
+  const document::Document& Document() const { return session_.document; }
   SpectrumView& Picture() { return *view_; }
   QString UpperText() const;
   QString LowerText() const;
@@ -86,7 +86,7 @@ class MainWindow final : public QMainWindow {
   platform::qt::QtPrompt prompt_;
   std::unique_ptr<platform::Launcher> launcher_;
   std::unique_ptr<document::SessionServices> services_;
-  ViewData data_;
+  display::ToolBox tools_;
   SpectrumView* view_ = nullptr;
   Worker opening_;
   FtDialog* ft_ = nullptr;  // the FT window while a raw FID is in it

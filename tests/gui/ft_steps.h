@@ -17,7 +17,7 @@ inline gui::FtDialog* OpenFid(gui::MainWindow& w, const std::string& path) {
 // "Execute 2D-FFT(No LP)" and the wait until the main window shows the spectrum traced.
 inline bool TransformAndWait(gui::MainWindow& w, gui::FtDialog& ft, int timeout = 120000) {
   ft.findChild<QPushButton*>("Execute 2D-FFT(No LP)")->click();
-  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.View().state.ContourDirty; },
+  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.Document().view.ContourDirty; },
                          timeout);
 }
 

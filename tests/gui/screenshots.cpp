@@ -21,7 +21,7 @@ using namespace velk;
 namespace {
 
 bool Settled(gui::MainWindow& w) {
-  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.View().state.ContourDirty; },
+  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.Document().view.ContourDirty; },
                          120000);
 }
 
