@@ -30,7 +30,9 @@
 #include "gui/environment_dialog.h"
 #include "gui/grid_dialog.h"
 #include "model/data_type.h"
+#include "document/grid_command.h"
 #include "document/transform.h"
+#include "document/undo_command.h"
 #include "document/read_data_set.h"
 #include "document/write_data_set.h"
 #include "native/ver4_file.h"
@@ -92,6 +94,7 @@ MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLin
   });
   connect(view_, &SpectrumView::traced, this, [this] {
     if (!opening_.Busy()) SetBusy(false, {});
+    RefreshUndo();  // every change of the data ends in a new trace
   });
 
   if (document::StartUp(session_, commandLine, *services_) == document::StartResult::End) {
@@ -142,6 +145,11 @@ void MainWindow::BuildMenus() {
   file->addAction("Set Environment...", this, [this] { SetEnvironment(); });
   file->addSeparator();
   file->addAction("E&xit", QKeySequence::Quit, this, [this] { close(); });
+
+  QMenu* edit = menuBar()->addMenu("&Edit");
+  undoAction_ = edit->addAction("UnDo", QKeySequence::Undo, this, [this] { Undo(); });
+  connect(edit, &QMenu::aboutToShow, this, &MainWindow::RefreshUndo);
+  RefreshUndo();
 
   QMenu* view = menuBar()->addMenu("&View");
   view->addAction("Level Up", QKeySequence(Qt::Key_PageUp), this, [this] { LevelUp(); });
@@ -283,6 +291,7 @@ void MainWindow::AfterOpening(document::OpenResult result) {
   if (result == document::OpenResult::SpectrumLoaded) ShowData();
   else view_->DataChanged();  // the picture of the data kept
   UpdateRecentMenu();
+  RefreshUndo();
   emit opened();
 }
 
@@ -334,6 +343,7 @@ void MainWindow::DiscardData() {
   upperEdit_->clear();
   lowerEdit_->clear();
   view_->DataChanged();
+  RefreshUndo();
 }
 
 QString MainWindow::UpperText() const { return upperEdit_->text(); }
@@ -447,16 +457,43 @@ void MainWindow::ChangeDisplayArea() {
 
 void MainWindow::SetUpGrid() {
   if (opening_.Busy() || !tools_.Resolve(session_.document.view)) return;
-  display::GridSetting& grid = session_.document.grid;
-  GridDialog dialog(grid, this);
+  GridDialog dialog(session_.document.grid, this);
   if (dialog.exec() != QDialog::Accepted) return;
-  grid = dialog.Grid();
+  document::SetGrid(session_.document, dialog.Grid());
+  StoreGridSettings();
+  view_->Recompose();
+  RefreshUndo();
+}
+
+// The grid of the present data set is also the one the next run starts with.
+void MainWindow::StoreGridSettings() {
+  const display::GridSetting& grid = session_.document.grid;
   core::Settings& s = session_.settings2D;
   core::SetNumber(s, "DRAW GRID", grid.shown ? 1 : 0);
   core::SetNumber(s, "GRID SETTING MODE", grid.automatic ? 0 : 1);
   core::SetNumber(s, "F2 GRID INC", grid.stepF2);
   core::SetNumber(s, "F1 GRID INC", grid.stepF1);
-  view_->Recompose();
+}
+
+void MainWindow::Undo() {
+  if (!view_->Shown() || opening_.Busy() || !tools_.Resolve(session_.document.view)) return;
+  view_->StopTracing();  // the trace reads the data that may come back
+  switch (document::UndoLast(session_.document, document::SnapshotFilesOf(session_.run), phases_, prompt_)) {
+    case document::Undone::Grid:
+      StoreGridSettings();
+      view_->Recompose();
+      break;
+    case document::Undone::Peaks: view_->LevelsChanged(); break;
+    case document::Undone::Data: view_->DataChanged(); break;
+    case document::Undone::Nothing: break;
+  }
+  RefreshUndo();
+}
+
+void MainWindow::RefreshUndo() {
+  const document::UndoStack& stack = session_.document.undo;
+  undoAction_->setText(QString::fromStdString(document::UndoCaption(stack)));
+  undoAction_->setEnabled(view_->Shown() && document::CanUndo(stack));
 }
 
 void MainWindow::SetSubMode(int subMode) {

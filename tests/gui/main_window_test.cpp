@@ -185,6 +185,39 @@ class MainWindowTest : public QObject {
     const QPointF low = view.PositionOf(1.0, 50.0), high = view.PositionOf(8.0, 50.0);
     QVERIFY(low.x() < high.x());
 
+    // "Set up Grid" lays yellow lines over the contour; "UnDo(Change Grid)" with Ctrl+Z takes
+    // them away again, and the entry is disabled with nothing left to undo.
+    QAction* undo = w.UndoAction();
+    QVERIFY(!undo->isEnabled());
+    QCOMPARE(undo->text(), QString("UnDo"));
+    const auto yellow = [&view] {
+      const display::Rect& c = view.Layout().contour;
+      int n = 0;
+      for (int y = c.y; y < c.bottom(); ++y)
+        for (int x = c.x; x < c.right(); ++x) n += view.Frame().pixel(x, y) == qRgb(255, 255, 0);
+      return n;
+    };
+    QCOMPARE(yellow(), 0);
+    QTimer::singleShot(0, [] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      QVERIFY(dialog && dialog->windowTitle() == "Set up Grid");
+      dialog->findChild<QAbstractButton*>("drawGrid")->click();
+      qobject_cast<QDialog*>(dialog)->accept();
+    });
+    w.SetUpGrid();
+    QVERIFY(w.Document().grid.shown);
+    QVERIFY(yellow() > view.Layout().contour.width);  // at least one line across
+    QCOMPARE(undo->text(), QString("UnDo(Change Grid)"));
+    QVERIFY(undo->isEnabled());
+    w.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&w));
+    QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(!w.Document().grid.shown);
+    QCOMPARE(yellow(), 0);
+    QCOMPARE(undo->text(), QString("UnDo"));
+    QVERIFY(!undo->isEnabled());
+    QVERIFY(!document::Modified(w.Document()));
+
     // Close asks about the data; Cancel keeps the window, "Do not Save" ends it.
     Answerer answer;
     answer.Press("Cancel");
