@@ -10,7 +10,8 @@ namespace velk::test {
 // Opens the file and waits for the FT window.
 inline gui::FtDialog* OpenFid(gui::MainWindow& w, const std::string& path) {
   w.OpenFile(path);
-  QTest::qWaitFor([&] { return w.FtWindow() != nullptr || !w.Opening(); }, 60000);
+  // The caller sees a timeout as a missing window.
+  (void)QTest::qWaitFor([&] { return w.FtWindow() != nullptr || !w.Opening(); }, 60000);
   return w.FtWindow();
 }
 
