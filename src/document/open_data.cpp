@@ -56,6 +56,7 @@ bool ReadInto(Session& session, SessionServices& services, const model::Detectio
   ReadOptions options;
   options.formats = services.formats;
   options.log = SessionLogger(session, services.prompt);
+  options.progress = services.progress;
   ReadResult read = ReadDetected(d.file.path, d, services.prompt, options);
   if (!read.outcome.ok()) {
     if (!read.outcome.message.empty()) services.prompt.Ask(read.outcome.message);

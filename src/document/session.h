@@ -57,6 +57,8 @@ struct SessionServices {
   std::function<bool(Session&)> save;  // the Save command with its own name choice
   std::function<bool(const Session&, const std::filesystem::path&)> writeSnapshot;  // Ver.4, mode 0
   std::function<bool(Session&, const std::filesystem::path&)> readSnapshot;
+  // The read under way reports here, and ends when it says quit; none: a read runs to its end.
+  platform::Progress* progress = nullptr;
 };
 
 inline constexpr std::size_t kRecentFiles = 10;

@@ -248,11 +248,14 @@ void MainWindow::OpenFile(std::optional<std::string> name) {
   auto result = std::make_shared<document::OpenResult>(document::OpenResult::Cancelled);
   snapshotBack_ = false;
   opening_.Start(
-      [this, name, result](platform::Progress&) {
-        // A name left by StartUp is already read into the FT window's place.
+      [this, name, result](platform::Progress& progress) {
+        // A name left by StartUp is already read into the FT window's place. "Quit" ends the read
+        // itself; the data shown stay as they were.
+        services_->progress = &progress;
         *result = session_.state == document::SessionState::FtWindow && name == session_.commandLine
                       ? document::OpenResult::FidLoaded
                       : document::Open(session_, *services_, name);
+        services_->progress = nullptr;
       },
       [this, result] {
         view_->SetBusy(false);
