@@ -319,7 +319,7 @@ void MainWindow::ShowData() {
   view_->DataChanged();
 }
 
-// The spectrum as a Ver.4 file with all its planes and the companion traces. Called on the
+// The spectrum as a Ver.4 file with the companion traces. Called on the
 // interface thread by the menu and the close question, on the worker by "Read Data".
 bool MainWindow::Save() {
   const std::vector<platform::FileFilter> filters{{"Ver.4 Format(*.vlk2)", "*.vlk2"}, {"Ver.4 Format(*.vlk)", "*.vlk"}};
@@ -327,7 +327,11 @@ bool MainWindow::Save() {
   if (!chosen) return false;
   std::filesystem::path file = *chosen;
   if (file.extension().empty()) file += ".vlk2";
+  // All planes, the real plane only, or the power spectrum: the person chooses where the data allow.
+  const std::optional<native::SaveMode> mode = native::ChooseSaveMode(prompt_, document::SaveSituationOf(session_.document));
+  if (!mode) return false;
   formats::WriteChoices choices;
+  choices.saveMode = *mode;
   choices.keepBackup = core::Number(session_.settings2D, "MAKE FILE BACKUP") != 0;
   choices.log = document::SessionLogger(session_, prompt_);
   const platform::Outcome written = document::SaveDocument(session_.document, file, choices);
