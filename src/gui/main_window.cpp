@@ -137,6 +137,10 @@ void MainWindow::BuildMenus() {
   QMenu* file = menuBar()->addMenu("&File");
   file->addAction("&Open...", QKeySequence::Open, this, [this] { OpenFile(); });
   recentMenu_ = file->addMenu("Recent Files");
+  file->addAction("Read 2D Spectrum...", this, [this] { ReadFid(); });
+  QMenu* trace = file->addMenu("Read 1D Spectrum");
+  trace->addAction("F2 Trace...", this, [this] { ReadTrace(model::F2); });
+  trace->addAction("F1 Trace...", this, [this] { ReadTrace(model::F1); });
   file->addAction("&Save...", QKeySequence::Save, this, [this] {
     if (view_->Shown() && !opening_.Busy() && tools_.Resolve(session_.document.view)) Save();
   });
@@ -241,6 +245,28 @@ void MainWindow::SetBusy(bool busy, const QString& what) {
 }
 
 void MainWindow::OpenFile(std::optional<std::string> name) {
+  // A name left by StartUp is already read into the FT window's place.
+  Read([this, name] {
+    return session_.state == document::SessionState::FtWindow && name == session_.commandLine
+               ? document::OpenResult::FidLoaded
+               : document::Open(session_, *services_, name);
+  });
+}
+
+void MainWindow::ReadFid(std::optional<std::string> name) {
+  Read([this, name] { return document::ReadFidSpectrum(session_, *services_, name); });
+}
+
+void MainWindow::ReadTrace(model::Axis axis, std::optional<std::string> name) {
+  if (!view_->Shown()) return;
+  // The 2D data stay: the window draws them again as they are.
+  Read([this, axis, name] {
+    document::ReadTraceSpectrum(session_, *services_, axis, name);
+    return document::OpenResult::Failed;
+  });
+}
+
+void MainWindow::Read(std::function<document::OpenResult()> read) {
   // A busy window ends the command at once, and so does a tool that the user keeps.
   if (opening_.Busy() || !tools_.Resolve(session_.document.view)) return;
   view_->SetBusy(true);
@@ -248,13 +274,10 @@ void MainWindow::OpenFile(std::optional<std::string> name) {
   auto result = std::make_shared<document::OpenResult>(document::OpenResult::Cancelled);
   snapshotBack_ = false;
   opening_.Start(
-      [this, name, result](platform::Progress& progress) {
-        // A name left by StartUp is already read into the FT window's place. "Quit" ends the read
-        // itself; the data shown stay as they were.
+      [this, read, result](platform::Progress& progress) {
+        // "Quit" ends the read itself; the data shown stay as they were.
         services_->progress = &progress;
-        *result = session_.state == document::SessionState::FtWindow && name == session_.commandLine
-                      ? document::OpenResult::FidLoaded
-                      : document::Open(session_, *services_, name);
+        *result = read();
         services_->progress = nullptr;
       },
       [this, result] {

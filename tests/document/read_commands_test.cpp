@@ -1,9 +1,12 @@
-// "Quit" during "Read Data" ends the read itself, and the data shown before stay exactly as they
-// were: spectrum, view, undo. Real Ver.4 files through the real readers.
+// The reading commands of the main window on real Ver.4 files through the real readers: "Quit"
+// during "Read Data" ends the read itself and the data shown stay exactly as they were (spectrum,
+// view, undo); "Read 1D Spectrum" takes a trace and refuses a 2D file; "Read 2D Spectrum" takes
+// only a FID.
 #include <gtest/gtest.h>
 
 #include "document/grid_command.h"
 #include "document/session.h"
+#include "native/fixture.h"
 #include "native/ver4_file.h"
 #include "support/scripted_prompt.h"
 #include "support/synthetic_2d.h"
@@ -88,6 +91,41 @@ TEST(OpenQuit, AQuitReadLeavesTheShownDataAsTheyWere) {
   EXPECT_EQ(Open(f.session, f.services, big), OpenResult::SpectrumLoaded);
   EXPECT_EQ(d.spectrum.axis[model::F2].Point, 1024);
   EXPECT_TRUE(d.grid.shown);  // the way of looking stays with the run
+}
+
+TEST(ReadCommands, TracesAndFidsOnlyWhereTheyBelong) {
+  Fixture f;
+  const std::string twoD = f.Write("two.vlk2", 256, 128, 3.0);
+  ASSERT_EQ(Open(f.session, f.services, twoD), OpenResult::SpectrumLoaded);
+  Document& d = f.session.document;
+
+  const model::Spectrum1D trace = MakeSpectrum1D(512, 1);
+  const std::filesystem::path oneD = f.folder / "trace.vlk";
+  ASSERT_TRUE(native::WriteDataR4(oneD, trace, {}).ok());
+  f.prompt.files = {oneD.string()};
+  EXPECT_TRUE(ReadTraceSpectrum(f.session, f.services, model::F1));
+  EXPECT_EQ(f.prompt.shown.back().title, "Read 1D Spectrum");
+  ASSERT_EQ(d.companionF1.re.size(), trace.re.size());
+  EXPECT_TRUE(std::equal(trace.re.begin(), trace.re.end(), d.companionF1.re.begin()));
+  EXPECT_TRUE(d.companionF2.re.empty());
+  EXPECT_TRUE(Modified(d));  // the saved file holds another trace
+
+  // A 2D file is no trace: the message, and the trace stays.
+  EXPECT_FALSE(ReadTraceSpectrum(f.session, f.services, model::F1, twoD));
+  EXPECT_EQ(f.prompt.shown.back().title, "Data Error");
+  EXPECT_EQ(f.prompt.shown.back().text, "Data is too Large, or Parameter Error");
+  EXPECT_EQ(d.companionF1.re.size(), trace.re.size());
+
+  // "Read 2D Spectrum" of a spectrum: refused, the data shown stay.
+  SetCleanMark(d.undo);
+  EXPECT_EQ(ReadFidSpectrum(f.session, f.services, twoD), OpenResult::Failed);
+  EXPECT_EQ(f.prompt.shown.back().text, "Non 2D Data !");
+  EXPECT_EQ(f.session.state, SessionState::Spectrum);
+  EXPECT_EQ(d.spectrum.axis[model::F2].Point, 256);
+  // ... and of the example's raw COSY: the FT window's path.
+  EXPECT_EQ(ReadFidSpectrum(f.session, f.services, std::string(VELK_SOURCE_DIR) + "/examples/cosy/ser"),
+            OpenResult::FidLoaded);
+  EXPECT_EQ(f.session.state, SessionState::FtWindow);
 }
 
 }  // namespace
