@@ -9,6 +9,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPushButton>
 #include <QTimer>
 #include <QtTest>
@@ -351,6 +352,40 @@ class MainWindowTest : public QObject {
     QCOMPARE(next.size(), QSize(1000, 640));
     const std::vector<std::string>& recent = next.Session().settings2D.lists.at("RECENT FILE");
     QCOMPARE(recent, (std::vector<std::string>{cosy, jeol, jcamp}));
+  }
+
+  // A Bruker experiment folder dropped on the window opens its processed spectrum; after "Close
+  // (Discard Present Data)" the recent files bring it back.
+  void DroppedFolderAndRecentFiles() {
+    test::TempFolder folders;
+    gui::MainWindow w(FoldersIn(folders), "");
+    w.resize(900, 700);
+    w.show();
+    const std::filesystem::path experiment = test::CorpusPath("bruker/cyclosporin_hsqc/3");
+    const QString spectrum = QString::fromStdString((experiment / "pdata/1/2rr").string());
+    QMimeData mime;
+    mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(experiment.string()))});
+    QDragEnterEvent enter(QPoint(20, 20), Qt::CopyAction, &mime, Qt::LeftButton, {});
+    QApplication::sendEvent(&w, &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop(QPointF(20, 20), Qt::CopyAction, &mime, Qt::LeftButton, {});
+    QApplication::sendEvent(&w, &drop);
+    QVERIFY(QTest::qWaitFor([&] { return !w.Opening() && w.Picture().Shown(); }, 60000));
+    QCOMPARE(w.windowTitle(), spectrum + " NMR 2D ");
+
+    const auto action = [&w](const QString& text) {
+      for (QAction* a : w.findChildren<QAction*>())
+        if (a->text() == text) return a;
+      return static_cast<QAction*>(nullptr);
+    };
+    action("Close (Discard Present Data)")->trigger();
+    QCOMPARE(w.windowTitle(), QString("NMR 2D"));
+    QVERIFY(!w.Picture().Shown() && !w.UndoAction()->isEnabled());
+    QAction* recent = action(spectrum);
+    QVERIFY(recent);
+    recent->trigger();
+    QVERIFY(QTest::qWaitFor([&] { return !w.Opening() && w.Picture().Shown(); }, 60000));
+    QCOMPARE(w.windowTitle(), spectrum + " NMR 2D ");
   }
 
   // The example's raw COSY in the FT window: rows stepped, a phase held on its step label (the
