@@ -137,6 +137,10 @@ void MainWindow::BuildMenus() {
   QMenu* file = menuBar()->addMenu("&File");
   file->addAction("&Open...", QKeySequence::Open, this, [this] { OpenFile(); });
   recentMenu_ = file->addMenu("Recent Files");
+  file->addAction("Read 2D Spectrum...", this, [this] { ReadFid(); });
+  QMenu* trace = file->addMenu("Read 1D Spectrum");
+  trace->addAction("F2 Trace...", this, [this] { ReadTrace(model::F2); });
+  trace->addAction("F1 Trace...", this, [this] { ReadTrace(model::F1); });
   file->addAction("&Save...", QKeySequence::Save, this, [this] {
     if (view_->Shown() && !opening_.Busy() && tools_.Resolve(session_.document.view)) Save();
   });
@@ -241,6 +245,28 @@ void MainWindow::SetBusy(bool busy, const QString& what) {
 }
 
 void MainWindow::OpenFile(std::optional<std::string> name) {
+  // A name left by StartUp is already read into the FT window's place.
+  Read([this, name] {
+    return session_.state == document::SessionState::FtWindow && name == session_.commandLine
+               ? document::OpenResult::FidLoaded
+               : document::Open(session_, *services_, name);
+  });
+}
+
+void MainWindow::ReadFid(std::optional<std::string> name) {
+  Read([this, name] { return document::ReadFidSpectrum(session_, *services_, name); });
+}
+
+void MainWindow::ReadTrace(model::Axis axis, std::optional<std::string> name) {
+  if (!view_->Shown()) return;
+  // The 2D data stay: the window draws them again as they are.
+  Read([this, axis, name] {
+    document::ReadTraceSpectrum(session_, *services_, axis, name);
+    return document::OpenResult::Failed;
+  });
+}
+
+void MainWindow::Read(std::function<document::OpenResult()> read) {
   // A busy window ends the command at once, and so does a tool that the user keeps.
   if (opening_.Busy() || !tools_.Resolve(session_.document.view)) return;
   view_->SetBusy(true);
@@ -248,11 +274,11 @@ void MainWindow::OpenFile(std::optional<std::string> name) {
   auto result = std::make_shared<document::OpenResult>(document::OpenResult::Cancelled);
   snapshotBack_ = false;
   opening_.Start(
-      [this, name, result](platform::Progress&) {
-        // A name left by StartUp is already read into the FT window's place.
-        *result = session_.state == document::SessionState::FtWindow && name == session_.commandLine
-                      ? document::OpenResult::FidLoaded
-                      : document::Open(session_, *services_, name);
+      [this, read, result](platform::Progress& progress) {
+        // "Quit" ends the read itself; the data shown stay as they were.
+        services_->progress = &progress;
+        *result = read();
+        services_->progress = nullptr;
       },
       [this, result] {
         view_->SetBusy(false);
@@ -316,7 +342,7 @@ void MainWindow::ShowData() {
   view_->DataChanged();
 }
 
-// The spectrum as a Ver.4 file with all its planes and the companion traces. Called on the
+// The spectrum as a Ver.4 file with the companion traces. Called on the
 // interface thread by the menu and the close question, on the worker by "Read Data".
 bool MainWindow::Save() {
   const std::vector<platform::FileFilter> filters{{"Ver.4 Format(*.vlk2)", "*.vlk2"}, {"Ver.4 Format(*.vlk)", "*.vlk"}};
@@ -324,7 +350,11 @@ bool MainWindow::Save() {
   if (!chosen) return false;
   std::filesystem::path file = *chosen;
   if (file.extension().empty()) file += ".vlk2";
+  // All planes, the real plane only, or the power spectrum: the person chooses where the data allow.
+  const std::optional<native::SaveMode> mode = native::ChooseSaveMode(prompt_, document::SaveSituationOf(session_.document));
+  if (!mode) return false;
   formats::WriteChoices choices;
+  choices.saveMode = *mode;
   choices.keepBackup = core::Number(session_.settings2D, "MAKE FILE BACKUP") != 0;
   choices.log = document::SessionLogger(session_, prompt_);
   const platform::Outcome written = document::SaveDocument(session_.document, file, choices);

@@ -3,6 +3,7 @@
 // the cursor's position and the progress of long work, files dropped on it, and the session's
 // start and end.
 #include <QMainWindow>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -35,6 +36,9 @@ class MainWindow final : public QMainWindow {
   // "Read Data" with a name (command line, recent files, a dropped file) or through the dialog.
   // The file is read on a worker thread; `opened` is emitted when the window shows it.
   void OpenFile(std::optional<std::string> name = std::nullopt);
+  // "Read 2D Spectrum": a 2D FID for the FT window. "Read 1D Spectrum": the F2 or F1 trace.
+  void ReadFid(std::optional<std::string> name = std::nullopt);
+  void ReadTrace(model::Axis axis, std::optional<std::string> name = std::nullopt);
   // Busy while a file is read and while its FID is in the FT window.
   bool Opening() const { return opening_.Busy() || ft_ != nullptr; }
   FtDialog* FtWindow() const { return ft_; }
@@ -70,6 +74,8 @@ class MainWindow final : public QMainWindow {
   void dropEvent(QDropEvent* event) override;
 
  private:
+  // Runs a read on the worker, with the progress bar and "Quit", and shows what it brought.
+  void Read(std::function<document::OpenResult()> read);
   void BuildMenus();
   QWidget* BuildLevelControls();
   void BuildStatusBar();

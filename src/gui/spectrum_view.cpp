@@ -158,6 +158,12 @@ void SpectrumView::paintEvent(QPaintEvent*) {
 
 void SpectrumView::resizeEvent(QResizeEvent*) { Trace(true); }
 
+// On a screen of another pixel ratio the retained pictures are made again in its device pixels.
+bool SpectrumView::event(QEvent* event) {
+  if (event->type() == QEvent::ScreenChangeInternal) Trace(true);
+  return QWidget::event(event);
+}
+
 display::Pointer SpectrumView::DevicePointer(QMouseEvent* event) const {
   const QPointF p = event->position() * Ratio();
   return {static_cast<int>(std::lrint(p.x())), static_cast<int>(std::lrint(p.y())),

@@ -64,6 +64,7 @@ class SpectrumView final : public QWidget {
   void tracing(int percent);
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent*) override;
   void resizeEvent(QResizeEvent*) override;
   void mousePressEvent(QMouseEvent*) override;

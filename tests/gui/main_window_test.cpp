@@ -6,14 +6,19 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QDialog>
+#include <QFileDialog>
+#include <QInputDialog>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPushButton>
 #include <QTimer>
 #include <QtTest>
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 #include "display/view_navigation.h"
+#include "document/read_data_set.h"
 #include "gui/main_window.h"
 #include "gui/step_label.h"
 #include "gui/window_dialog.h"
@@ -65,6 +70,16 @@ struct Answerer {
     });
   }
 };
+
+// Handles the next modal dialogs one after another: each step acts on its dialog and says true,
+// or says false while its dialog is not up yet.
+void HandleDialogs(std::vector<std::function<bool(QWidget*)>> steps, std::size_t i = 0) {
+  if (i == steps.size()) return;
+  QTimer::singleShot(10, [steps, i] {
+    QWidget* dialog = QApplication::activeModalWidget();
+    HandleDialogs(steps, dialog && steps[i](dialog) ? i + 1 : i);
+  });
+}
 
 }  // namespace
 
@@ -218,6 +233,47 @@ class MainWindowTest : public QObject {
     QVERIFY(!undo->isEnabled());
     QVERIFY(!document::Modified(w.Document()));
 
+    // Save offers all four planes or the real plane only, with their sizes; "Save Real only"
+    // after its confirmation writes RR alone, value for value.
+    const std::filesystem::path saved = folders / "hsqc-real.vlk2";
+    QStringList options;
+    QString confirmation;
+    HandleDialogs({[&](QWidget* d) {
+                     auto* files = qobject_cast<QFileDialog*>(d);
+                     if (!files) return false;
+                     files->selectFile(QString::fromStdString(saved.string()));
+                     static_cast<QDialog*>(files)->accept();
+                     return true;
+                   },
+                   [&](QWidget* d) {
+                     auto* choice = qobject_cast<QInputDialog*>(d);
+                     if (!choice || choice->windowTitle() != "Cut down of Saved Data Size") return false;
+                     options = choice->comboBoxItems();
+                     choice->setTextValue(options.value(1));
+                     choice->accept();
+                     return true;
+                   },
+                   [&](QWidget* d) {
+                     auto* box = qobject_cast<QMessageBox*>(d);
+                     if (!box || box->windowTitle() != "Confirming!") return false;
+                     confirmation = box->text();
+                     for (QAbstractButton* b : box->buttons())
+                       if (b->text() == "OK") b->click();
+                     return true;
+                   }});
+    QTest::keyClick(&w, Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(options.size(), 2);
+    QVERIFY(options[0].startsWith("Save All Data(incl.Image)(ca ") && options[0].endsWith(" Mbyte)"));
+    QVERIFY(options[1].startsWith("Save Real only(ca "));
+    QCOMPARE(confirmation, QString("Phase of saved Data can not be corrected. OK?"));
+    platform::qt::QtPrompt quiet(nullptr);
+    const document::ReadResult back = document::ReadDataSet(saved, quiet);
+    QVERIFY(back.outcome.ok());
+    QCOMPARE(back.document->words.realOnly, 1);
+    for (int r : {0, 100, s.axis[model::F1].Point - 1})
+      QCOMPARE(back.document->spectrum.RR.at(200, r), s.RR.at(200, r));
+    QVERIFY(!document::Modified(w.Document()));
+
     // Close asks about the data; Cancel keeps the window, "Do not Save" ends it.
     Answerer answer;
     answer.Press("Cancel");
@@ -296,6 +352,40 @@ class MainWindowTest : public QObject {
     QCOMPARE(next.size(), QSize(1000, 640));
     const std::vector<std::string>& recent = next.Session().settings2D.lists.at("RECENT FILE");
     QCOMPARE(recent, (std::vector<std::string>{cosy, jeol, jcamp}));
+  }
+
+  // A Bruker experiment folder dropped on the window opens its processed spectrum; after "Close
+  // (Discard Present Data)" the recent files bring it back.
+  void DroppedFolderAndRecentFiles() {
+    test::TempFolder folders;
+    gui::MainWindow w(FoldersIn(folders), "");
+    w.resize(900, 700);
+    w.show();
+    const std::filesystem::path experiment = test::CorpusPath("bruker/cyclosporin_hsqc/3");
+    const QString spectrum = QString::fromStdString((experiment / "pdata/1/2rr").string());
+    QMimeData mime;
+    mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(experiment.string()))});
+    QDragEnterEvent enter(QPoint(20, 20), Qt::CopyAction, &mime, Qt::LeftButton, {});
+    QApplication::sendEvent(&w, &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop(QPointF(20, 20), Qt::CopyAction, &mime, Qt::LeftButton, {});
+    QApplication::sendEvent(&w, &drop);
+    QVERIFY(QTest::qWaitFor([&] { return !w.Opening() && w.Picture().Shown(); }, 60000));
+    QCOMPARE(w.windowTitle(), spectrum + " NMR 2D ");
+
+    const auto action = [&w](const QString& text) {
+      for (QAction* a : w.findChildren<QAction*>())
+        if (a->text() == text) return a;
+      return static_cast<QAction*>(nullptr);
+    };
+    action("Close (Discard Present Data)")->trigger();
+    QCOMPARE(w.windowTitle(), QString("NMR 2D"));
+    QVERIFY(!w.Picture().Shown() && !w.UndoAction()->isEnabled());
+    QAction* recent = action(spectrum);
+    QVERIFY(recent);
+    recent->trigger();
+    QVERIFY(QTest::qWaitFor([&] { return !w.Opening() && w.Picture().Shown(); }, 60000));
+    QCOMPARE(w.windowTitle(), spectrum + " NMR 2D ");
   }
 
   // The example's raw COSY in the FT window: rows stepped, a phase held on its step label (the

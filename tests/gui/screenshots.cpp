@@ -1,6 +1,8 @@
 // velk2d-screenshots OUTDIR COSY [HSQC [HSQC_FID]]: renders the main window and its dialogs on real data into
 // OUTDIR/*.png for a person to look at. scripts/screenshots runs it on the offscreen platform.
 #include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
 #include <QLineEdit>
 #include <QAbstractButton>
 #include <QMessageBox>
@@ -10,6 +12,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "document/write_data_set.h"
 #include "gui/main_window.h"
 #include "gui/splash.h"
 #include "gui/window_dialog.h"
@@ -40,6 +43,20 @@ void GrabNextDialog(const QString& file, const QString& button) {
     for (QAbstractButton* b : dialog->findChildren<QAbstractButton*>())
       if (b->text().remove('&') == button) return b->click();
   });
+}
+
+// Opens the window's menu of the given title, saves it as a picture and closes it.
+bool SaveMenu(QMainWindow& w, const QString& title, const QString& file) {
+  for (QAction* a : w.menuBar()->actions()) {
+    QMenu* menu = a->menu();
+    if (!menu || a->text() != title) continue;
+    menu->popup(w.mapToGlobal(w.menuBar()->actionGeometry(a).bottomLeft()));
+    QTest::qWait(50);
+    const bool ok = Save(*menu, file);
+    menu->hide();
+    return ok;
+  }
+  return false;
 }
 
 }  // namespace
@@ -101,6 +118,14 @@ int main(int argc, char** argv) {
   });
   w.SetUpGrid();
   ok &= Save(w, out + "/main-hsqc-zoom-grid.png");
+  ok &= SaveMenu(w, "&Edit", out + "/menu-edit.png");  // "UnDo(Change Grid)"
+  ok &= SaveMenu(w, "&File", out + "/menu-file.png");
+
+  // Save of the phase-sensitive HSQC asks what to keep (the window's own question, without its
+  // file dialog); it is left with "Cancel".
+  GrabNextDialog(out + "/dialog-save-size.png", "Cancel");
+  platform::qt::QtPrompt prompt(&w);
+  native::ChooseSaveMode(prompt, document::SaveSituationOf(w.Document()));
 
   // The HSQC's raw FID in the FT window: a row near the top of the FID in the F2 view, the
   // column of the largest signal in the F1 view; then "Exit without FFT".
