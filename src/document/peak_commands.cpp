@@ -54,6 +54,26 @@ bool DeletePeakByClick(Document& d, double col, double row) {
                   [&] { return operations::DeleteNearestPeak(d.spectrum.peaks, col, row, stepF2, stepF1); });
 }
 
+int PickInArea(Document& d, const operations::PointArea& area, float threshold, operations::PeakMode mode) {
+  int added = 0;
+  EditList(d, kUndoAddPeak, [&] { return (added = operations::PickArea(d.spectrum, area, threshold, mode)) > 0; });
+  return added;
+}
+
+int DeleteInArea(Document& d, const operations::PointArea& area) {
+  int removed = 0;
+  EditList(d, kUndoDeletePeak, [&] { return (removed = operations::DeletePeaksInArea(d.spectrum.peaks, area)) > 0; });
+  return removed;
+}
+
+bool DeletePeakAt(Document& d, int index) {
+  return EditList(d, kUndoDeletePeak, [&] {
+    if (index < 0 || index >= static_cast<int>(d.spectrum.peaks.peaks.size())) return false;
+    d.spectrum.peaks.peaks.erase(d.spectrum.peaks.peaks.begin() + index);
+    return true;
+  });
+}
+
 bool MovePeakByDrag(Document& d, int index, std::int32_t col, std::int32_t row, operations::PeakMode mode) {
   const operations::PeakPlane plane = operations::PlaneOf(d.spectrum);
   return EditList(d, kUndoMovePeakTop,

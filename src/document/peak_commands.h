@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "document/document.h"
+#include "operations/peak_pick.h"
 #include "operations/peak_top.h"
 
 namespace velk::document {
@@ -26,6 +27,12 @@ int PickDisplayedArea(Document& d, float threshold, operations::PeakMode mode);
 // click that changes nothing leaves no undo record. Return true when the list changed.
 bool AddPeakByClick(Document& d, std::int32_t col, std::int32_t row, float threshold, operations::PeakMode mode);
 bool DeletePeakByClick(Document& d, double col, double row);
+// A rubber band of the add tool picks every extremum inside it (kind 2); one of the delete tool
+// removes every peak inside it (kind 1). Return how many peaks were added or removed.
+int PickInArea(Document& d, const operations::PointArea& area, float threshold, operations::PeakMode mode);
+int DeleteInArea(Document& d, const operations::PointArea& area);
+// One row of the list window: the peak of that index goes (kind 1).
+bool DeletePeakAt(Document& d, int index);
 bool MovePeakByDrag(Document& d, int index, std::int32_t col, std::int32_t row, operations::PeakMode mode);
 // "Delete All": refused (false) when the list is already empty.
 bool DeleteAllPeaksOf(Document& d);

@@ -29,6 +29,7 @@
 #include "gui/display_area_dialog.h"
 #include "gui/environment_dialog.h"
 #include "gui/grid_dialog.h"
+#include "gui/peak_picking.h"
 #include "model/data_type.h"
 #include "document/transform.h"
 #include "document/read_data_set.h"
@@ -165,6 +166,8 @@ void MainWindow::BuildMenus() {
     a->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + mode)));
     subModes_->addAction(a);
   }
+
+  peaks_ = new PeakPicking(*this, session_, data_, *view_, prompt_);
 
   QMenu* help = menuBar()->addMenu("&Help");
   help->addAction("About", this, [this] {

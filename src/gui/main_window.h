@@ -22,6 +22,8 @@ class QActionGroup;
 
 namespace velk::gui {
 
+class PeakPicking;
+
 class MainWindow final : public QMainWindow {
   Q_OBJECT
 
@@ -42,6 +44,7 @@ class MainWindow final : public QMainWindow {
   const document::Session& Session() const { return session_; }
   const ViewData& View() const { return data_; }
   SpectrumView& Picture() { return *view_; }
+  PeakPicking& Peaks() { return *peaks_; }
   QString UpperText() const;
   QString LowerText() const;
   QString CursorText() const;
@@ -101,6 +104,7 @@ class MainWindow final : public QMainWindow {
   QPushButton* quitButton_ = nullptr;
   QMenu* recentMenu_ = nullptr;
   QActionGroup* subModes_ = nullptr;
+  PeakPicking* peaks_ = nullptr;
 };
 
 }  // namespace velk::gui

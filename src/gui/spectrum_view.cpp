@@ -136,6 +136,11 @@ void SpectrumView::paintEvent(QPaintEvent*) {
   painter.drawImage(0, 0, frame_);
   if (busy_ || !data_.spectrum) return;
   platform::qt::QtSurface surface(painter, DeviceSize(*this));
+  // The marks of the data lie over the contour and the grid, under the tool's own marks.
+  operations::MarkStyle marks = data_.marks;
+  marks.peakHalfSize = static_cast<int>(std::lrint(marks.peakHalfSize * Ratio()));
+  operations::DrawSlope2Line(surface, data_.state, *data_.spectrum, layout_.contour, marks);
+  operations::DrawPeakMarks(surface, data_.state, *data_.spectrum, layout_.contour, marks);
   data_.tools.Active(data_.state).DrawOverlay(surface, data_.state, *data_.spectrum, layout_.contour);
 }
 

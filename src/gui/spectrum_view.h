@@ -13,6 +13,7 @@
 #include "display/traces.h"
 #include "gui/worker.h"
 #include "model/spectrum.h"
+#include "operations/contour_marks.h"
 
 namespace velk::gui {
 
@@ -26,6 +27,7 @@ struct ViewData {
   std::string captionF2 = "F2 (ppm)", captionF1 = "F1 (ppm)";
   bool showGrid = false;  // "DRAW GRID"
   display::GridSetting grid;
+  operations::MarkStyle marks;  // the peak tops and the INADEQUATE line
 };
 
 class SpectrumView final : public QWidget {

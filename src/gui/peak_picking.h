@@ -1,0 +1,80 @@
+#pragma once
+// Peak picking in the main window: the "Peak" menu and its tool bar, the peak tool of mode 20 in
+// the window's tool box, the area commands, the choice of threshold and of the kind of top, the
+// peak list window, and "UnDo" of the peak edits. The window makes one and hands it its parts.
+#include <QObject>
+#include <QPointer>
+#include <cstdint>
+
+#include "document/session.h"
+#include "gui/peak_list_window.h"
+#include "gui/spectrum_view.h"
+#include "operations/peak_top.h"
+#include "platform/prompt.h"
+
+class QAction;
+class QActionGroup;
+class QMainWindow;
+class QMenu;
+class QToolBar;
+
+namespace velk::gui {
+
+class PeakPicking final : public QObject {
+  Q_OBJECT
+
+ public:
+  PeakPicking(QMainWindow& window, document::Session& session, ViewData& data, SpectrumView& view,
+              platform::Prompt& prompt);
+
+  // Mode 20 with one of the mouse's sub-modes (PeakSubMode); the open tool is resolved first.
+  bool Enter(std::int16_t subMode);
+  // "Pick All Area", "Pick Displayed Area", "Delete All": they enter mode 20 too. Return the
+  // number of peaks added, or whether the list was emptied.
+  int PickAllArea();
+  int PickDisplayedArea();
+  bool DeleteAll();
+  // "Close": the mode ends.
+  void Close();
+  // "PeaK List": the list window, sorted by F2.
+  PeakListWindow* ShowList();
+  // "UnDo" of a peak edit; false when the newest record is not one.
+  bool Undo();
+
+  // "Lower Limit" (the contour's, the default) or "Auto" (from the noise of the spectrum).
+  void SetAutoThreshold(bool automatic);
+  float Threshold() const;
+  // "on Data Point" or "Vertual Peak Top"; kept as "PEAK PICK MODE".
+  void SetTopKind(operations::PeakMode kind);
+  operations::PeakMode TopKind() const { return topKind_; }
+
+  QMenu* Menu() const { return menu_; }
+  QAction* UndoAction() const { return undo_; }
+
+ signals:
+  void listChanged();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void BuildMenus(QMainWindow& window);
+  bool Ready();
+  bool EnterKeeping();
+  void ListChanged();
+  void ShowState();
+
+  document::Session& session_;
+  ViewData& data_;
+  SpectrumView& view_;
+  platform::Prompt& prompt_;
+  operations::PeakMode topKind_ = operations::kPeakOnDataPoint;
+  bool autoThreshold_ = false;
+  QMenu* menu_ = nullptr;
+  QToolBar* bar_ = nullptr;
+  QActionGroup* subModes_ = nullptr;
+  QAction* undo_ = nullptr;
+  QPointer<PeakListWindow> list_;
+};
+
+}  // namespace velk::gui

@@ -1,0 +1,264 @@
+// The peak tool of the main window driven as a person uses it, on the offscreen platform: open the
+// cyclosporin HSQC, enter the tool, click a peak, pick the peaks of a rubber band, delete one,
+// drag one, undo step by step, pick the whole and the shown area, and edit the list window.
+#include <QAction>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTimer>
+#include <QtTest>
+#include <cmath>
+
+#include "document/undo_stack.h"
+#include "gui/main_window.h"
+#include "gui/peak_picking.h"
+#include "gui/peak_tool.h"
+#include "operations/peak_list_file.h"
+#include "support/corpus.h"
+#include "support/temp_folder.h"
+
+using namespace velk;
+
+namespace {
+
+bool Settled(gui::MainWindow& w) {
+  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.View().state.ContourDirty; },
+                         60000);
+}
+
+void Trigger(gui::MainWindow& w, const QString& text) {
+  for (QAction* a : w.Peaks().Menu()->actions())
+    if (a->text() == text) return a->trigger();
+  QFAIL(qPrintable("no entry " + text));
+}
+
+// The largest |RR| of the interior in a window of points: where a person sees the strongest peak.
+struct Top {
+  int col = 0, row = 0;
+};
+Top Strongest(const model::Spectrum2D& s) {
+  Top best{1, 1};
+  for (int r = 1; r < s.axis[model::F1].Point - 1; ++r)
+    for (int c = 1; c < s.axis[model::F2].Point - 1; ++c)
+      if (std::abs(s.RR.at(c, r)) > std::abs(s.RR.at(best.col, best.row))) best = {c, r};
+  return best;
+}
+
+QPoint PixelOf(gui::MainWindow& w, const model::Spectrum2D& s, double col, double row) {
+  return w.Picture().PositionOf(s.extras[model::F2].ppmFirst + col * s.extras[model::F2].ppmStep,
+                                s.extras[model::F1].ppmFirst + row * s.extras[model::F1].ppmStep).toPoint();
+}
+
+void Drag(QWidget* view, QPoint from, QPoint to) {
+  QTest::mousePress(view, Qt::LeftButton, {}, from);
+  QTest::mouseMove(view, (from + to) / 2);
+  QTest::mouseMove(view, to);
+  QTest::mouseRelease(view, Qt::LeftButton, {}, to);
+}
+
+// Black pixels in the 13 x 13 square around a place of the view.
+int Blacks(const QImage& image, QPoint at) {
+  int count = 0;
+  const double ratio = image.devicePixelRatio();
+  for (int dy = -6; dy <= 6; ++dy)
+    for (int dx = -6; dx <= 6; ++dx) count += image.pixelColor((at + QPoint(dx, dy)) * ratio) == Qt::black;
+  return count;
+}
+
+// The vendor's cyclosporin HSQC in a window of its own, shown and traced; null when it failed.
+std::unique_ptr<gui::MainWindow> OpenHsqc(const test::TempFolder& folders) {
+  auto w = std::make_unique<gui::MainWindow>(
+      core::Folders{folders / "data", folders / "config", folders / "log", folders / "work", folders / "program"}, "");
+  w->resize(1200, 900);
+  w->show();
+  if (!QTest::qWaitForWindowActive(w.get())) return nullptr;
+  w->OpenFile(test::CorpusPath("bruker/cyclosporin_hsqc/3/pdata/1/2rr").string());
+  return Settled(*w) ? std::move(w) : nullptr;
+}
+
+// The peak edits changed the data: the close asks, and "Do not Save" ends the window.
+bool CloseUnsaved(gui::MainWindow& w) {
+  QTimer::singleShot(0, [] {
+    if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+      for (QAbstractButton* b : box->buttons())
+        if (b->text() == "Do not Save") b->click();
+  });
+  return w.close();
+}
+
+std::string Caption(gui::MainWindow& w) { return document::UndoCaption(w.Session().document.undo); }
+
+}  // namespace
+
+class PeakToolTest : public QObject {
+  Q_OBJECT
+
+ private:
+  std::unique_ptr<test::TempFolder> folders_;
+  std::unique_ptr<gui::MainWindow> window_;
+
+ private slots:
+  void init() {
+    folders_ = std::make_unique<test::TempFolder>();
+    window_ = OpenHsqc(*folders_);
+    QVERIFY(window_);
+  }
+  void cleanup() {
+    if (window_) QVERIFY(CloseUnsaved(*window_));
+    window_.reset();
+    folders_.reset();
+  }
+
+  void PickDeleteMoveAndUndoWithTheMouse() {
+    gui::MainWindow& w = *window_;
+    const model::Spectrum2D& s = *w.View().spectrum;
+    const auto& peaks = s.peaks.peaks;
+    gui::SpectrumView& view = w.Picture();
+    const QImage before = view.grab().toImage();
+
+    // "Add Peak": a click one point beside the strongest top finds the top itself.
+    Trigger(w, "Add Peak");
+    QCOMPARE(w.View().state.ToolMode, display::kPeakPicking);
+    QCOMPARE(w.View().state.ToolCode, gui::kPeakAddByClick);
+    const Top top = Strongest(s);
+    QTest::mouseClick(&view, Qt::LeftButton, {}, PixelOf(w, s, top.col + 1, top.row));
+    QCOMPARE(peaks.size(), std::size_t{1});
+    QCOMPARE(peaks[0].PointF2, top.col);
+    QCOMPARE(peaks[0].PointF1, top.row);
+    QCOMPARE(peaks[0].Height, s.RR.at(top.col, top.row));
+    QCOMPARE(Caption(w), std::string("UnDo(Add Peak)"));
+    // Its cross is drawn over the contour, in black.
+    QCOMPARE(Blacks(view.grab().toImage(), PixelOf(w, s, top.col, top.row)) - Blacks(before, PixelOf(w, s, top.col, top.row)) >= 10, true);
+
+    // "Add Peaks in Area": a band of 40 x 40 points around it picks every extremum there, each
+    // inside the band, and leaves the one already listed single.
+    Trigger(w, "Add Peaks in Area");
+    Drag(&view, PixelOf(w, s, top.col - 20, top.row - 20), PixelOf(w, s, top.col + 20, top.row + 20));
+    QVERIFY(peaks.size() > 2);
+    int atTop = 0;
+    for (const model::Peak2D& p : peaks) {
+      QVERIFY(std::abs(p.PointF2 - top.col) <= 21 && std::abs(p.PointF1 - top.row) <= 21);
+      QVERIFY(std::abs(p.Height) > s.LowerLimit);
+      atTop += p.PointF2 == top.col && p.PointF1 == top.row;
+    }
+    QCOMPARE(atTop, 1);
+    const std::vector<model::Peak2D> picked = peaks;
+
+    // "Delete Peak": a click next to a mark removes that one only.
+    Trigger(w, "Delete Peak");
+    const model::Peak2D victim = peaks.back();
+    QTest::mouseClick(&view, Qt::LeftButton, {}, PixelOf(w, s, victim.PointF2 + 0.4, victim.PointF1));
+    QCOMPARE(peaks.size(), picked.size() - 1);
+    for (const model::Peak2D& p : peaks) QVERIFY(p.PointF2 != victim.PointF2 || p.PointF1 != victim.PointF1);
+    QCOMPARE(Caption(w), std::string("UnDo(Delete Peak)"));
+
+    // "Move Peak Top": the strongest mark dragged five points; on data points it lands there.
+    Trigger(w, "Move Peak Top");
+    Drag(&view, PixelOf(w, s, top.col, top.row), PixelOf(w, s, top.col + 5, top.row + 3));
+    QCOMPARE(peaks[0].PointF2, top.col + 5);
+    QCOMPARE(peaks[0].PointF1, top.row + 3);
+    QCOMPARE(Caption(w), std::string("UnDo(Move Peak Top)"));
+
+    // Undo, as a person presses it, goes back one edit at a time without leaving the tool.
+    const auto same = [](const std::vector<model::Peak2D>& a, const std::vector<model::Peak2D>& b) {
+      return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](const auto& x, const auto& y) {
+               return x.PointF2 == y.PointF2 && x.PointF1 == y.PointF1 && x.PosF2 == y.PosF2 && x.PosF1 == y.PosF1 &&
+                      x.Height == y.Height;
+             });
+    };
+    QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(peaks.size(), picked.size() - 1);
+    QCOMPARE(peaks[0].PointF2, top.col);
+    QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(same(peaks, picked));
+    QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(peaks.size(), std::size_t{1});
+    QCOMPARE(w.View().state.ToolMode, display::kPeakPicking);
+
+    // A band of the delete tool empties its area.
+    Trigger(w, "Delete Peak");
+    Drag(&view, PixelOf(w, s, top.col - 3, top.row - 3), PixelOf(w, s, top.col + 3, top.row + 3));
+    QVERIFY(peaks.empty());
+    QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(peaks.size(), std::size_t{1});
+
+    // "Pick All Area" keeps what is listed and adds the rest; "Pick Displayed Area" over the whole
+    // spectrum finds nothing new, and "Delete All" empties; each undo puts back the list before it.
+    Trigger(w, "Pick All Area");
+    const std::size_t all = peaks.size();
+    QVERIFY(all > 20 && all < 1000);
+    QCOMPARE(Caption(w), std::string("UnDo(Pick All Area)"));
+    Trigger(w, "Pick Displayed Area");
+    QCOMPARE(peaks.size(), all);
+    Trigger(w, "Delete All");
+    QVERIFY(peaks.empty());
+    QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(peaks.size(), all);
+    QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(peaks.size(), std::size_t{1});
+
+    // "Close" leaves the mode; the mouse zooms again and adds nothing.
+    Trigger(w, "Close");
+    QCOMPARE(w.View().state.ToolMode, display::kNoTool);
+    QTest::mouseClick(&view, Qt::LeftButton, {}, PixelOf(w, s, 100, 100));
+    QCOMPARE(peaks.size(), std::size_t{1});
+
+  }
+
+  void TheListWindowEditsThroughUndo() {
+    gui::MainWindow& w = *window_;
+    const model::Spectrum2D& s = *w.View().spectrum;
+    const auto& peaks = s.peaks.peaks;
+    // Tops on the 1/32-point lattice.
+    Trigger(w, "Vertual Peak Top");
+    Trigger(w, "Pick All Area");
+    const std::size_t all = peaks.size();
+
+    Trigger(w, "PeaK List");
+    auto* list = w.findChild<gui::PeakListWindow*>("peakList");
+    QVERIFY(list && list->isVisible());
+    QTableWidget& table = list->Table();
+    QCOMPARE(table.rowCount(), static_cast<int>(all));
+    // Sorted by F2 place; the rows say what the peak list file says.
+    const std::vector<operations::PeakRow> rows = operations::PeakRows(s);
+    for (int i = 0; i < table.rowCount(); ++i) {
+      QCOMPARE(table.item(i, 1)->text().toDouble(), std::round(rows[i].ppmF2 * 1e4) / 1e4);
+      if (i > 0) QVERIFY(peaks[i].PosF2 >= peaks[i - 1].PosF2);
+    }
+
+    // A place typed into the F1 cell of row 3 moves that top to the data point there.
+    const int moved = 3;
+    const double ppmF1 = rows[moved].ppmF1 + 4 * s.extras[model::F1].ppmStep;
+    table.setCurrentCell(moved, 2);
+    table.item(moved, 2)->setText(QString::number(ppmF1, 'f', 4));
+    QCOMPARE(peaks[moved].PointF1, rows[moved].peak.PointF1 + 4);
+    QCOMPARE(Caption(w), std::string("UnDo(Move Peak Top)"));
+    // A place outside the data is refused, and the cell shows the top's place again.
+    table.item(moved, 1)->setText("999");
+    QCOMPARE(peaks[moved].PointF2, rows[moved].peak.PointF2);
+    QCOMPARE(Caption(w), std::string("UnDo(Move Peak Top)"));
+
+    // "Delete Peak" removes the selected row; the window and the marks follow undo.
+    table.selectRow(0);
+    for (QPushButton* b : list->findChildren<QPushButton*>())
+      if (b->text() == "Delete Peak") b->click();
+    QCOMPARE(peaks.size(), all - 1);
+    QCOMPARE(table.rowCount(), static_cast<int>(all - 1));
+    QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(table.rowCount(), static_cast<int>(all));
+
+    // Saved as text, the list reads back to the same table.
+    const std::filesystem::path file = *folders_ / "hsqc-peaks.txt";
+    QVERIFY(list->SaveTo(file.string()));
+    model::PeakTable2D back;
+    QVERIFY(operations::ReadPeakList(file, back).ok());
+    QCOMPARE(back.peaks.size(), all);
+    QCOMPARE(back.peaks[moved].PosF1, peaks[moved].PosF1);
+
+  }
+};
+
+QTEST_MAIN(PeakToolTest)
+#include "peak_tool_test.moc"
