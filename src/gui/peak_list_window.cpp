@@ -50,6 +50,7 @@ PeakListWindow::PeakListWindow(document::Document& document, platform::Prompt& p
   table_ = new QTableWidget(0, kColumns, this);
   table_->setHorizontalHeaderLabels({"No.", "F2 (ppm)", "F1 (ppm)", "F2 (Hz)", "F1 (Hz)", "Height"});
   table_->verticalHeader()->hide();
+  table_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
   table_->setSelectionBehavior(QAbstractItemView::SelectRows);
   table_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                           QAbstractItemView::AnyKeyPressed);

@@ -11,6 +11,7 @@
 #include <cstdio>
 
 #include "gui/main_window.h"
+#include "gui/peak_picking.h"
 #include "gui/splash.h"
 #include "gui/window_dialog.h"
 #include "ft_steps.h"
@@ -78,6 +79,18 @@ int main(int argc, char** argv) {
   w.OpenFile(argv[3]);
   ok &= Settled(w) && Save(w, out + "/main-hsqc.png");
 
+  // The peak tool: every peak above the lower limit marked, and their list; the marks stay for
+  // the region below, and undo then takes them away again.
+  gui::PeakPicking& peaks = w.Peaks();
+  peaks.SetTopKind(operations::kVirtualPeakTop);
+  peaks.PickAllArea();
+  ok &= Save(w, out + "/main-hsqc-peaks.png");
+  if (gui::PeakListWindow* list = peaks.ShowList()) {
+    ok &= Save(*list, out + "/peak-list.png");
+    list->close();
+  }
+  peaks.Close();
+
   // A region of the HSQC with slice cursors on a cross peak.
   gui::SpectrumView& view = w.Picture();
   const QPointF from = view.PositionOf(2.6, 12.0), to = view.PositionOf(0.6, 45.0);
@@ -85,6 +98,8 @@ int main(int argc, char** argv) {
   QTest::mouseMove(&view, to.toPoint());
   QTest::mouseRelease(&view, Qt::LeftButton, {}, to.toPoint());
   ok &= Settled(w);
+  ok &= Save(w, out + "/main-hsqc-peaks-zoom.png");
+  peaks.Undo();
   w.SetSubMode(display::kSlice);
   QTest::mouseClick(&view, Qt::LeftButton, {}, view.PositionOf(1.27, 24.9).toPoint());
   ok &= Save(w, out + "/main-hsqc-zoom-slice.png");
