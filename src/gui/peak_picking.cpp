@@ -9,7 +9,9 @@
 #include <QMenuBar>
 #include <QToolBar>
 
+#include "document/inadequate_commands.h"
 #include "document/peak_commands.h"
+#include "gui/inadequate_menu.h"
 #include "gui/peak_tool.h"
 #include "operations/peak_messages.h"
 #include "operations/peak_noise.h"
@@ -111,6 +113,8 @@ void PeakPicking::BuildMenus(QMainWindow& window) {
   close->setStatusTip("Save Peak Data, and Exit");
   bar_->addAction(list);
   bar_->addAction(close);
+  menu_->addSeparator();
+  inadequate_ = new InadequateMenu(*menu_, session_, data_, view_, prompt_);
   connect(menu_, &QMenu::aboutToShow, this, &PeakPicking::ShowState);
   ShowState();
 }
@@ -191,9 +195,16 @@ PeakListWindow* PeakPicking::ShowList() {
   return list_;
 }
 
-// The peak edits hold nothing unfixed, so their undo does not end the mode.
+// The peak edits hold nothing unfixed, so their undo does not end the mode; the extension's
+// undo changes the planes, so the open tool is resolved first.
 bool PeakPicking::Undo() {
-  if (!data_.spectrum || !document::UndoPeakEdit(session_.document)) return false;
+  if (!data_.spectrum) return false;
+  const document::UndoRecord* top = TopUndo(session_.document.undo);
+  if (top && top->Kind == document::kUndoInadequateExtension) {
+    if (!data_.tools.Resolve(data_.state) || !inadequate_->Undo()) return false;
+  } else if (!document::UndoPeakEdit(session_.document)) {
+    return false;
+  }
   ListChanged();
   return true;
 }
@@ -225,7 +236,8 @@ void PeakPicking::ShowState() {
   const document::UndoStack& stack = session_.document.undo;
   const document::UndoRecord* top = TopUndo(stack);
   undo_->setText(QString::fromStdString(document::UndoCaption(stack)));
-  undo_->setEnabled(data_.spectrum && top && document::IsPeakUndoKind(top->Kind));
+  undo_->setEnabled(data_.spectrum && top &&
+                    (document::IsPeakUndoKind(top->Kind) || top->Kind == document::kUndoInadequateExtension));
 }
 
 bool PeakPicking::eventFilter(QObject* watched, QEvent* event) {

@@ -20,6 +20,8 @@ class QToolBar;
 
 namespace velk::gui {
 
+class InadequateMenu;
+
 class PeakPicking final : public QObject {
   Q_OBJECT
 
@@ -38,7 +40,8 @@ class PeakPicking final : public QObject {
   void Close();
   // "PeaK List": the list window, sorted by F2.
   PeakListWindow* ShowList();
-  // "UnDo" of a peak edit; false when the newest record is not one.
+  // "UnDo" of a peak edit or of the INADEQUATE extension; false when the newest record is
+  // neither.
   bool Undo();
 
   // "Lower Limit" (the contour's, the default) or "Auto" (from the noise of the spectrum).
@@ -49,6 +52,7 @@ class PeakPicking final : public QObject {
   operations::PeakMode TopKind() const { return topKind_; }
 
   QMenu* Menu() const { return menu_; }
+  InadequateMenu& Inadequate() const { return *inadequate_; }
   QAction* UndoAction() const { return undo_; }
 
  signals:
@@ -75,6 +79,7 @@ class PeakPicking final : public QObject {
   QActionGroup* subModes_ = nullptr;
   QAction* undo_ = nullptr;
   QPointer<PeakListWindow> list_;
+  InadequateMenu* inadequate_ = nullptr;
 };
 
 }  // namespace velk::gui

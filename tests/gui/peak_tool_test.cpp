@@ -12,10 +12,14 @@
 
 #include "document/undo_stack.h"
 #include "gui/main_window.h"
+#include "gui/inadequate_menu.h"
 #include "gui/peak_picking.h"
 #include "gui/peak_tool.h"
 #include "operations/peak_list_file.h"
+#include "model/data_type.h"
+#include "native/ver4_file.h"
 #include "support/corpus.h"
+#include "support/synthetic_inadequate.h"
 #include "support/temp_folder.h"
 
 using namespace velk;
@@ -260,5 +264,84 @@ class PeakToolTest : public QObject {
   }
 };
 
-QTEST_MAIN(PeakToolTest)
+// The INADEQUATE commands on a folded set saved by the program: the mode switched on through its
+// window, the slope 2 line drawn, the folded data extended and the extension undone.
+class InadequateTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void ExtendAndUndoFromTheMenu() {
+    test::TempFolder folders;
+    model::Spectrum2D set = test::FoldedInadequateSet();
+    set.InadequateMode = 0;
+    set.UpperLimit = 2;
+    set.LowerLimit = 0.2f;
+    const model::DataWords words{model::MakeTypeCode(2, true, model::kVer4), model::VPH_HOMO, 1};
+    const std::filesystem::path file = folders / "folded.vlk2";
+    QVERIFY(native::WriteDataR4(file, set, nullptr, nullptr, words, native::SaveMode::AllPlanes, {false, nullptr}).ok());
+    gui::MainWindow w({folders / "data", folders / "config", folders / "log", folders / "work", folders / "program"}, "");
+    w.resize(900, 700);
+    w.show();
+    w.OpenFile(file.string());
+    QVERIFY(Settled(w) && w.View().spectrum);
+    const model::Spectrum2D& s = *w.View().spectrum;
+    // An entry as a person sees it, the menu opened.
+    const auto entry = [&w](const QString& text) {
+      emit w.Peaks().Menu()->aboutToShow();
+      for (QAction* a : w.Peaks().Menu()->actions())
+        if (a->text() == text) return a;
+      return static_cast<QAction*>(nullptr);
+    };
+    QVERIFY(!entry("Direction of Slope 2 Line")->isVisible());
+    QVERIFY(!entry("Extend Folded Data")->isEnabled());
+
+    // "Change Inadequate Spectrum": "Proceed as INADEQUATE Spectrum", then "Execute".
+    const auto answer = [](const QString& option, const QString& button) {
+      QTimer::singleShot(0, [option, button] {
+        QWidget* window = QApplication::activeModalWidget();
+        QVERIFY(window);
+        for (QAbstractButton* b : window->findChildren<QAbstractButton*>())
+          if (b->text() == option) b->click();
+        for (QAbstractButton* b : window->findChildren<QAbstractButton*>())
+          if (b->text() == button) b->click();
+      });
+    };
+    answer("Proceed as INADEQUATE Spectrum", "Execute");
+    entry("Change Inadequate Spectrum")->trigger();
+    QCOMPARE(s.InadequateMode, std::int16_t{1});
+    QCOMPARE(s.InadequateFull, std::int16_t{0});
+    QVERIFY(entry("Direction of Slope 2 Line")->isVisible());
+    QVERIFY(entry("Extend Folded Data")->isEnabled());
+    // The line runs through the middle of the map, in its own colour.
+    const QImage picture = w.Picture().grab().toImage();
+    const QPoint middle = PixelOf(w, s, 64, 64) * picture.devicePixelRatio();
+    int green = 0;
+    for (int dy = -2; dy <= 2; ++dy)
+      for (int dx = -2; dx <= 2; ++dx) green += picture.pixelColor(middle + QPoint(dx, dy)) == QColor(0, 128, 0);
+    QVERIFY(green > 0);
+
+    // "Extend Folded Data" doubles the F1 rows and puts each pair at its true place.
+    answer(QString(), "Execute");
+    entry("Extend Folded Data")->trigger();
+    QVERIFY(Settled(w));
+    QCOMPARE(s.axis[model::F1].Point, 256);
+    for (const test::CarbonPair& p : test::kCarbonPairs) QVERIFY(std::abs(s.RR.at(p.a, p.a + p.b) - 1.0f) < 0.02f);
+    QCOMPARE(Caption(w), std::string("UnDo(Tnadwquate Extension)"));
+    QVERIFY(!entry("Extend Folded Data")->isEnabled());
+    w.activateWindow();  // the offscreen platform has no window manager to do it after a dialog
+    QVERIFY(QTest::qWaitForWindowActive(&w));
+    QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(Settled(w));
+    QCOMPARE(s.axis[model::F1].Point, 128);
+    QCOMPARE(s.RR.at(40, 76), set.RR.at(40, 76));
+    QVERIFY(CloseUnsaved(w));
+  }
+};
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  PeakToolTest peaks;
+  InadequateTest inadequate;
+  return QTest::qExec(&peaks, argc, argv) | QTest::qExec(&inadequate, argc, argv);
+}
 #include "peak_tool_test.moc"

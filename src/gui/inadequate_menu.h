@@ -1,0 +1,44 @@
+#pragma once
+// INADEQUATE in the main window: "Change Inadequate Spectrum", "Direction of Slope 2 Line" and
+// "Extend Folded Data", with their windows and the undo of the extension. The slope 2 line itself
+// is drawn with the peak marks over the contour while the set is treated as INADEQUATE.
+#include <QObject>
+
+#include "document/session.h"
+#include "gui/spectrum_view.h"
+#include "platform/prompt.h"
+
+class QAction;
+class QMenu;
+
+namespace velk::gui {
+
+class InadequateMenu final : public QObject {
+  Q_OBJECT
+
+ public:
+  // The three entries go at the end of the given menu.
+  InadequateMenu(QMenu& menu, document::Session& session, ViewData& data, SpectrumView& view, platform::Prompt& prompt);
+
+  // Each command refuses during a paint and ends when the open tool stays.
+  void ChangeInadequateSpectrum();
+  void SlopeDirection();
+  void ExtendFoldedData();
+  // "UnDo(Tnadwquate Extension)"; false when the newest record is of another kind.
+  bool Undo();
+  // The entries as the set's two words allow them.
+  void ShowState();
+
+ private:
+  bool MayStart();
+
+  document::Session& session_;
+  ViewData& data_;
+  SpectrumView& view_;
+  platform::Prompt& prompt_;
+  QAction* change_ = nullptr;
+  QAction* direction_ = nullptr;
+  QAction* extend_ = nullptr;
+};
+
+}  // namespace velk::gui
