@@ -122,6 +122,17 @@ void PeakPicking::BuildMenus(QMainWindow& window) {
 bool PeakPicking::Ready() { return data_.spectrum && !data_.state.Painting && !session_.document.spectrum.RR.data.empty(); }
 
 bool PeakPicking::Enter(std::int16_t subMode) {
+  // The add tools are refused with a full list, delete and move with an empty one.
+  const std::size_t count = session_.document.spectrum.peaks.peaks.size();
+  const bool adds = subMode == kPeakAddByClick || subMode == kPeakAddInArea;
+  if (adds ? count >= static_cast<std::size_t>(model::kMaxPeaks2D) : count == 0) {
+    ShowState();
+    return false;
+  }
+  return SetMode(subMode);
+}
+
+bool PeakPicking::SetMode(std::int16_t subMode) {
   if (!Ready()) return false;
   display::DisplayState& v = data_.state;
   if (v.ToolMode != display::kPeakPicking && !data_.tools.Switch(v, display::kPeakPicking)) {
@@ -139,7 +150,7 @@ bool PeakPicking::Enter(std::int16_t subMode) {
 // The area commands enter the mode in its present sub-mode, or in "Add Peak" from another mode.
 bool PeakPicking::EnterKeeping() {
   const bool on = data_.state.ToolMode == display::kPeakPicking;
-  return Enter(on ? data_.state.ToolCode : static_cast<std::int16_t>(kPeakAddByClick));
+  return SetMode(on ? data_.state.ToolCode : static_cast<std::int16_t>(kPeakAddByClick));
 }
 
 int PeakPicking::PickAllArea() {

@@ -30,6 +30,7 @@ class PeakPicking final : public QObject {
               platform::Prompt& prompt);
 
   // Mode 20 with one of the mouse's sub-modes (PeakSubMode); the open tool is resolved first.
+  // The add tools are refused with 1000 peaks listed, delete and move with none.
   bool Enter(std::int16_t subMode);
   // "Pick All Area", "Pick Displayed Area", "Delete All": they enter mode 20 too. Return the
   // number of peaks added, or whether the list was emptied.
@@ -64,6 +65,7 @@ class PeakPicking final : public QObject {
  private:
   void BuildMenus(QMainWindow& window);
   bool Ready();
+  bool SetMode(std::int16_t subMode);
   bool EnterKeeping();
   void ListChanged();
   void ShowState();

@@ -121,6 +121,9 @@ class PeakToolTest : public QObject {
     gui::SpectrumView& view = w.Picture();
     const QImage before = view.grab().toImage();
 
+    // Delete and move have nothing to work on yet: refused.
+    Trigger(w, "Delete Peak");
+    QCOMPARE(w.View().state.ToolMode, display::kNoTool);
     // "Add Peak": a click one point beside the strongest top finds the top itself.
     Trigger(w, "Add Peak");
     QCOMPARE(w.View().state.ToolMode, display::kPeakPicking);
