@@ -55,8 +55,8 @@ class CommandWindow final : public QDialog {
 }  // namespace
 
 InadequateMenu::InadequateMenu(QMenu& menu, document::Session& session, ViewData& data, SpectrumView& view,
-                               platform::Prompt& prompt)
-    : QObject(&menu), session_(session), data_(data), view_(view), prompt_(prompt) {
+                               platform::Prompt& prompt, std::function<bool()> busy)
+    : QObject(&menu), session_(session), data_(data), view_(view), prompt_(prompt), busy_(std::move(busy)) {
   change_ = menu.addAction("Change Inadequate Spectrum", this, [this] { ChangeInadequateSpectrum(); });
   direction_ = menu.addAction("Direction of Slope 2 Line", this, [this] { SlopeDirection(); });
   extend_ = menu.addAction("Extend Folded Data", this, [this] { ExtendFoldedData(); });
@@ -74,7 +74,7 @@ void InadequateMenu::ShowState() {
 }
 
 bool InadequateMenu::MayStart() {
-  return data_.spectrum && !data_.state.Painting && data_.tools.Resolve(data_.state);
+  return data_.spectrum && !data_.state.Painting && !(busy_ && busy_()) && data_.tools.Resolve(data_.state);
 }
 
 void InadequateMenu::ChangeInadequateSpectrum() {

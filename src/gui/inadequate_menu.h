@@ -3,6 +3,7 @@
 // "Extend Folded Data", with their windows and the undo of the extension. The slope 2 line itself
 // is drawn with the peak marks over the contour while the set is treated as INADEQUATE.
 #include <QObject>
+#include <functional>
 
 #include "document/session.h"
 #include "gui/spectrum_view.h"
@@ -18,7 +19,8 @@ class InadequateMenu final : public QObject {
 
  public:
   // The three entries go at the end of the given menu.
-  InadequateMenu(QMenu& menu, document::Session& session, ViewData& data, SpectrumView& view, platform::Prompt& prompt);
+  InadequateMenu(QMenu& menu, document::Session& session, ViewData& data, SpectrumView& view, platform::Prompt& prompt,
+                 std::function<bool()> busy);
 
   // Each command refuses during a paint and ends when the open tool stays.
   void ChangeInadequateSpectrum();
@@ -36,6 +38,7 @@ class InadequateMenu final : public QObject {
   ViewData& data_;
   SpectrumView& view_;
   platform::Prompt& prompt_;
+  std::function<bool()> busy_;  // a file being read: no command
   QAction* change_ = nullptr;
   QAction* direction_ = nullptr;
   QAction* extend_ = nullptr;

@@ -167,7 +167,7 @@ void MainWindow::BuildMenus() {
     subModes_->addAction(a);
   }
 
-  peaks_ = new PeakPicking(*this, session_, data_, *view_, prompt_);
+  peaks_ = new PeakPicking(*this, session_, data_, *view_, prompt_, [this] { return Opening(); });
 
   QMenu* help = menuBar()->addMenu("&Help");
   help->addAction("About", this, [this] {

@@ -35,8 +35,8 @@ struct BusyPointer {
 }  // namespace
 
 PeakPicking::PeakPicking(QMainWindow& window, document::Session& session, ViewData& data, SpectrumView& view,
-                         platform::Prompt& prompt)
-    : QObject(&window), session_(session), data_(data), view_(view), prompt_(prompt) {
+                         platform::Prompt& prompt, std::function<bool()> busy)
+    : QObject(&window), session_(session), data_(data), view_(view), prompt_(prompt), busy_(std::move(busy)) {
   topKind_ = core::Number(session_.settings2D, "PEAK PICK MODE") == 0 ? operations::kVirtualPeakTop
                                                                          : operations::kPeakOnDataPoint;
   const core::Settings& s = session_.settings2D;
@@ -114,12 +114,14 @@ void PeakPicking::BuildMenus(QMainWindow& window) {
   bar_->addAction(list);
   bar_->addAction(close);
   menu_->addSeparator();
-  inadequate_ = new InadequateMenu(*menu_, session_, data_, view_, prompt_);
+  inadequate_ = new InadequateMenu(*menu_, session_, data_, view_, prompt_, busy_);
   connect(menu_, &QMenu::aboutToShow, this, &PeakPicking::ShowState);
   ShowState();
 }
 
-bool PeakPicking::Ready() { return data_.spectrum && !data_.state.Painting && !session_.document.spectrum.RR.data.empty(); }
+bool PeakPicking::Ready() {
+  return data_.spectrum && !data_.state.Painting && !(busy_ && busy_()) && !session_.document.spectrum.RR.data.empty();
+}
 
 bool PeakPicking::Enter(std::int16_t subMode) {
   // The add tools are refused with a full list, delete and move with an empty one.
@@ -189,7 +191,7 @@ void PeakPicking::Close() {
 }
 
 PeakListWindow* PeakPicking::ShowList() {
-  if (!data_.spectrum) return nullptr;
+  if (!Ready()) return nullptr;
   operations::SortPeaks(session_.document.spectrum.peaks);
   if (!list_) {
     list_ = new PeakListWindow(session_.document, prompt_, [this] { return topKind_; }, view_.window());
@@ -209,7 +211,7 @@ PeakListWindow* PeakPicking::ShowList() {
 // The peak edits hold nothing unfixed, so their undo does not end the mode; the extension's
 // undo changes the planes, so the open tool is resolved first.
 bool PeakPicking::Undo() {
-  if (!data_.spectrum) return false;
+  if (!Ready()) return false;
   const document::UndoRecord* top = TopUndo(session_.document.undo);
   if (top && top->Kind == document::kUndoInadequateExtension) {
     if (!data_.tools.Resolve(data_.state) || !inadequate_->Undo()) return false;

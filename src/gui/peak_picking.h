@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QPointer>
 #include <cstdint>
+#include <functional>
 
 #include "document/session.h"
 #include "gui/peak_list_window.h"
@@ -26,8 +27,9 @@ class PeakPicking final : public QObject {
   Q_OBJECT
 
  public:
+  // `busy` tells when the window is reading a file or has an FID in the FT window: no command then.
   PeakPicking(QMainWindow& window, document::Session& session, ViewData& data, SpectrumView& view,
-              platform::Prompt& prompt);
+              platform::Prompt& prompt, std::function<bool()> busy);
 
   // Mode 20 with one of the mouse's sub-modes (PeakSubMode); the open tool is resolved first.
   // The add tools are refused with 1000 peaks listed, delete and move with none.
@@ -74,6 +76,7 @@ class PeakPicking final : public QObject {
   ViewData& data_;
   SpectrumView& view_;
   platform::Prompt& prompt_;
+  std::function<bool()> busy_;
   operations::PeakMode topKind_ = operations::kPeakOnDataPoint;
   bool autoThreshold_ = false;
   QMenu* menu_ = nullptr;

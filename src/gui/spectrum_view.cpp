@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <algorithm>
 #include <cmath>
 #include <memory>
 
@@ -139,6 +140,8 @@ void SpectrumView::paintEvent(QPaintEvent*) {
   // The marks of the data lie over the contour and the grid, under the tool's own marks.
   operations::MarkStyle marks = data_.marks;
   marks.peakHalfSize = static_cast<int>(std::lrint(marks.peakHalfSize * Ratio()));
+  marks.peakWidth = std::max(1, static_cast<int>(std::lrint(marks.peakWidth * Ratio())));
+  marks.slopeWidth = std::max(1, static_cast<int>(std::lrint(marks.slopeWidth * Ratio())));
   operations::DrawSlope2Line(surface, data_.state, *data_.spectrum, layout_.contour, marks);
   operations::DrawPeakMarks(surface, data_.state, *data_.spectrum, layout_.contour, marks);
   data_.tools.Active(data_.state).DrawOverlay(surface, data_.state, *data_.spectrum, layout_.contour);
