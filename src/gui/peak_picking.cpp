@@ -90,8 +90,10 @@ void PeakPicking::BuildMenus(QMainWindow& window) {
                                       [this, automatic] { SetAutoThreshold(automatic); });
     a->setCheckable(true);
     a->setChecked(automatic == autoThreshold_);
-    a->setStatusTip(automatic ? "Peaks stand 8 noise deviations above zero, the noise estimated from the spectrum"
-                              : "Peaks stand above the lower limit of the contour");
+    a->setStatusTip(automatic ? QString("Peaks stand %1 noise deviations above zero, the noise estimated from the "
+                                        "spectrum")
+                                    .arg(operations::kAutoThresholdDeviations)
+                              : QString("Peaks stand above the lower limit of the contour"));
     thresholds->addAction(a);
   }
   auto* kinds = new QActionGroup(this);
