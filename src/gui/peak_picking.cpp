@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTableWidget>
 #include <QToolBar>
 
 #include "document/inadequate_commands.h"
@@ -247,6 +248,9 @@ void PeakPicking::ListChanged() {
 // when it is a peak edit.
 void PeakPicking::ShowState() {
   const bool on = data_.spectrum && data_.state.ToolMode == display::kPeakPicking;
+  // A list window left open over another data set shows that set's list.
+  if (list_ && list_->Table().rowCount() != static_cast<int>(session_.document.spectrum.peaks.peaks.size()))
+    list_->Refresh();
   for (QAction* a : subModes_->actions()) a->setChecked(on && a->data().toInt() == data_.state.ToolCode);
   const document::UndoStack& stack = session_.document.undo;
   const document::UndoRecord* top = TopUndo(stack);
