@@ -206,12 +206,21 @@ class PeakToolTest : public QObject {
     QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(peaks.size(), std::size_t{1});
 
-    // "Close" leaves the mode; the mouse zooms again and adds nothing.
+    // "Close" leaves the mode; the mouse zooms again and adds nothing. "Pick Displayed Area" then
+    // picks within the window shown, and nowhere else.
     Trigger(w, "Close");
     QCOMPARE(w.View().state.ToolMode, display::kNoTool);
-    QTest::mouseClick(&view, Qt::LeftButton, {}, PixelOf(w, s, 100, 100));
+    Drag(&view, PixelOf(w, s, top.col - 60, top.row - 60), PixelOf(w, s, top.col + 60, top.row + 60));
+    QVERIFY(Settled(w));
     QCOMPARE(peaks.size(), std::size_t{1});
-
+    Trigger(w, "Pick Displayed Area");
+    QVERIFY(peaks.size() > 2 && peaks.size() < all);
+    const display::DisplayState& v = w.View().state;
+    for (const model::Peak2D& p : peaks) {
+      const float f2 = s.ppmF2[p.PointF2], f1 = s.ppmF1[p.PointF1];
+      QVERIFY(f2 <= std::max(v.ViewF2Start, v.ViewF2End) && f2 >= std::min(v.ViewF2Start, v.ViewF2End));
+      QVERIFY(f1 <= std::max(v.ViewF1Start, v.ViewF1End) && f1 >= std::min(v.ViewF1Start, v.ViewF1End));
+    }
   }
 
   void TheListWindowEditsThroughUndo() {
