@@ -61,8 +61,7 @@ bool ReadInto(Session& session, SessionServices& services, const model::Detectio
     if (!read.outcome.message.empty()) services.prompt.Ask(read.outcome.message);
     return false;
   }
-  ClearUndo(session.document.undo);
-  session.document = std::move(*read.document);
+  Replace(session.document, std::move(*read.document));
   return true;
 }
 
@@ -84,7 +83,10 @@ OpenResult FidPath(Session& session, SessionServices& services, const model::Det
   }
   session.processingMethod = ProcessingMethod(session, d, services.prompt);
   if (!ReadInto(session, services, d)) {
-    LeaveFtWindow(session, services, false);
+    // The data shown were not touched: the snapshot is not needed.
+    std::error_code ignored;
+    if (!session.tempSnapshotName.empty()) fs::remove(session.tempSnapshotName, ignored);
+    session.tempSnapshotName.clear();
     return OpenResult::Failed;
   }
   session.state = SessionState::FtWindow;

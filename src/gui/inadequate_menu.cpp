@@ -54,9 +54,9 @@ class CommandWindow final : public QDialog {
 
 }  // namespace
 
-InadequateMenu::InadequateMenu(QMenu& menu, document::Session& session, ViewData& data, SpectrumView& view,
+InadequateMenu::InadequateMenu(QMenu& menu, document::Session& session, display::ToolBox& tools, SpectrumView& view,
                                platform::Prompt& prompt, std::function<bool()> busy)
-    : QObject(&menu), session_(session), data_(data), view_(view), prompt_(prompt), busy_(std::move(busy)) {
+    : QObject(&menu), session_(session), tools_(tools), view_(view), prompt_(prompt), busy_(std::move(busy)) {
   change_ = menu.addAction("Change Inadequate Spectrum", this, [this] { ChangeInadequateSpectrum(); });
   direction_ = menu.addAction("Direction of Slope 2 Line", this, [this] { SlopeDirection(); });
   extend_ = menu.addAction("Extend Folded Data", this, [this] { ExtendFoldedData(); });
@@ -67,14 +67,15 @@ InadequateMenu::InadequateMenu(QMenu& menu, document::Session& session, ViewData
 
 void InadequateMenu::ShowState() {
   const model::Spectrum2D& s = session_.document.spectrum;
-  const bool shown = data_.spectrum != nullptr;
+  const bool shown = view_.Shown();
   change_->setEnabled(shown);
   direction_->setVisible(shown && s.InadequateMode == 1);
   extend_->setEnabled(shown && s.InadequateMode == 1 && s.InadequateFull == 0);
 }
 
 bool InadequateMenu::MayStart() {
-  return data_.spectrum && !data_.state.Painting && !(busy_ && busy_()) && data_.tools.Resolve(data_.state);
+  display::DisplayState& v = session_.document.view;
+  return view_.Shown() && !v.Painting && !(busy_ && busy_()) && tools_.Resolve(v);
 }
 
 void InadequateMenu::ChangeInadequateSpectrum() {
@@ -103,7 +104,7 @@ void InadequateMenu::SlopeDirection() {
   operations::InvertSpectrum(d.spectrum, true, false);
   document::LoseCleanMark(d.undo);
   // The same region stays in view, turned round.
-  std::swap(data_.state.ViewF1Start, data_.state.ViewF1End);
+  std::swap(d.view.ViewF1Start, d.view.ViewF1End);
   view_.DataChanged();
 }
 
@@ -112,27 +113,13 @@ void InadequateMenu::ExtendFoldedData() {
   CommandWindow window(Q(words::kExtendTitle), Q(words::kExtendNote), "Execute", view_.window());
   if (window.exec() != QDialog::Accepted) return;
   document::Document& d = session_.document;
-  d.view = data_.state;
   const platform::Outcome out = document::ExtendFoldedDataOf(d, session_.run.folder);
   if (!out.ok()) {
     if (!out.message.empty()) prompt_.Ask(out.message);
     return;
   }
-  data_.state.ViewF1Start = d.view.ViewF1Start;
-  data_.state.ViewF1End = d.view.ViewF1End;
   ShowState();
   view_.DataChanged();
-}
-
-bool InadequateMenu::Undo() {
-  document::Document& d = session_.document;
-  d.view = data_.state;
-  if (!document::UndoInadequateExtension(d)) return false;
-  data_.state.ViewF1Start = d.view.ViewF1Start;
-  data_.state.ViewF1End = d.view.ViewF1End;
-  ShowState();
-  view_.DataChanged();
-  return true;
 }
 
 }  // namespace velk::gui

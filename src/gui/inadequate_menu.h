@@ -1,7 +1,8 @@
 #pragma once
 // INADEQUATE in the main window: "Change Inadequate Spectrum", "Direction of Slope 2 Line" and
-// "Extend Folded Data", with their windows and the undo of the extension. The slope 2 line itself
-// is drawn with the peak marks over the contour while the set is treated as INADEQUATE.
+// "Extend Folded Data", with their windows; the window's "UnDo" takes the extension back. The
+// slope 2 line itself is drawn with the peak marks over the contour while the set is treated as
+// INADEQUATE.
 #include <QObject>
 #include <functional>
 
@@ -19,15 +20,13 @@ class InadequateMenu final : public QObject {
 
  public:
   // The three entries go at the end of the given menu.
-  InadequateMenu(QMenu& menu, document::Session& session, ViewData& data, SpectrumView& view, platform::Prompt& prompt,
-                 std::function<bool()> busy);
+  InadequateMenu(QMenu& menu, document::Session& session, display::ToolBox& tools, SpectrumView& view,
+                 platform::Prompt& prompt, std::function<bool()> busy);
 
   // Each command refuses during a paint and ends when the open tool stays.
   void ChangeInadequateSpectrum();
   void SlopeDirection();
   void ExtendFoldedData();
-  // "UnDo(Tnadwquate Extension)"; false when the newest record is of another kind.
-  bool Undo();
   // The entries as the set's two words allow them.
   void ShowState();
 
@@ -35,7 +34,7 @@ class InadequateMenu final : public QObject {
   bool MayStart();
 
   document::Session& session_;
-  ViewData& data_;
+  display::ToolBox& tools_;
   SpectrumView& view_;
   platform::Prompt& prompt_;
   std::function<bool()> busy_;  // a file being read: no command

@@ -11,6 +11,7 @@
 #include "gui/ft_dialog.h"
 #include "gui/spectrum_view.h"
 #include "gui/worker.h"
+#include "operations/phase_tool.h"
 #include "platform/qt/qt_prompt.h"
 
 class QLabel;
@@ -18,6 +19,7 @@ class QLineEdit;
 class QMenu;
 class QProgressBar;
 class QPushButton;
+class QAction;
 class QActionGroup;
 
 namespace velk::gui {
@@ -42,7 +44,7 @@ class MainWindow final : public QMainWindow {
 
   // For the people who test the window: what it shows.
   const document::Session& Session() const { return session_; }
-  const ViewData& View() const { return data_; }
+  const document::Document& Document() const { return session_.document; }
   SpectrumView& Picture() { return *view_; }
   PeakPicking& Peaks() { return *peaks_; }
   QString UpperText() const;
@@ -58,6 +60,9 @@ class MainWindow final : public QMainWindow {
   void SetEnvironment();
   void ChangeDisplayArea();
   void SetUpGrid();
+  // "UnDo": the top record of the document's stack goes back.
+  void Undo();
+  QAction* UndoAction() const { return undoAction_; }
 
  signals:
   void opened();
@@ -84,12 +89,16 @@ class MainWindow final : public QMainWindow {
   void RestoreGeometry();
   void NoteGeometry();
   void SetBusy(bool busy, const QString& what);
+  // The undo entry shows the caption of the top record; disabled with nothing to undo.
+  void RefreshUndo();
+  void StoreGridSettings();
 
   document::Session session_;
   platform::qt::QtPrompt prompt_;
   std::unique_ptr<platform::Launcher> launcher_;
   std::unique_ptr<document::SessionServices> services_;
-  ViewData data_;
+  display::ToolBox tools_;
+  operations::PhaseMemory phases_;  // the stored phases that an undo of a data kind clears
   SpectrumView* view_ = nullptr;
   Worker opening_;
   FtDialog* ft_ = nullptr;  // the FT window while a raw FID is in it
@@ -104,6 +113,7 @@ class MainWindow final : public QMainWindow {
   QPushButton* quitButton_ = nullptr;
   QMenu* recentMenu_ = nullptr;
   QActionGroup* subModes_ = nullptr;
+  QAction* undoAction_ = nullptr;
   PeakPicking* peaks_ = nullptr;
 };
 

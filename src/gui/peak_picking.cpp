@@ -10,7 +10,6 @@
 #include <QTableWidget>
 #include <QToolBar>
 
-#include "document/inadequate_commands.h"
 #include "document/peak_commands.h"
 #include "gui/inadequate_menu.h"
 #include "gui/peak_tool.h"
@@ -35,30 +34,28 @@ struct BusyPointer {
 
 }  // namespace
 
-PeakPicking::PeakPicking(QMainWindow& window, document::Session& session, ViewData& data, SpectrumView& view,
-                         platform::Prompt& prompt, std::function<bool()> busy)
-    : QObject(&window), session_(session), data_(data), view_(view), prompt_(prompt), busy_(std::move(busy)) {
+PeakPicking::PeakPicking(QMainWindow& window, document::Session& session, display::ToolBox& tools,
+                         SpectrumView& view, platform::Prompt& prompt, std::function<bool()> busy)
+    : QObject(&window), session_(session), tools_(tools), view_(view), prompt_(prompt), busy_(std::move(busy)) {
   topKind_ = core::Number(session_.settings2D, "PEAK PICK MODE") == 0 ? operations::kVirtualPeakTop
                                                                          : operations::kPeakOnDataPoint;
   const core::Settings& s = session_.settings2D;
-  data_.marks.peakColor = static_cast<platform::Color>(core::Number(s, "PEAK LINE COL"));
-  data_.marks.peakWidth = std::max(1, static_cast<int>(core::Number(s, "DISP PEAK WIDTH")));
-  data_.marks.slopeWidth = std::max(1, static_cast<int>(core::Number(s, "INADEQUATE WIDTH")));
-  if (const double c = core::Number(s, "INADEQUATE LINE COL"); c > 0) data_.marks.slopeColor = static_cast<platform::Color>(c);
-  data_.tools.Add(display::kPeakPicking,
-                  std::make_unique<PeakTool>(session_.document,
-                                             PeakTool::Hooks{[this] { return Threshold(); }, [this] { return topKind_; },
-                                                             [this] { ListChanged(); }}));
+  operations::MarkStyle marks;
+  marks.peakColor = static_cast<platform::Color>(core::Number(s, "PEAK LINE COL"));
+  marks.peakWidth = std::max(1, static_cast<int>(core::Number(s, "DISP PEAK WIDTH")));
+  marks.slopeWidth = std::max(1, static_cast<int>(core::Number(s, "INADEQUATE WIDTH")));
+  if (const double c = core::Number(s, "INADEQUATE LINE COL"); c > 0) marks.slopeColor = static_cast<platform::Color>(c);
+  view_.SetMarkStyle(marks);
+  tools_.Add(display::kPeakPicking,
+             std::make_unique<PeakTool>(session_.document,
+                                        PeakTool::Hooks{[this] { return Threshold(); }, [this] { return topKind_; },
+                                                        [this] { Refresh(); }}));
   BuildMenus(window);
   // Other commands end the mode through the tool box; the bar follows at the next paint.
   view_.installEventFilter(this);
 }
 
 void PeakPicking::BuildMenus(QMainWindow& window) {
-  QMenu* edit = window.menuBar()->addMenu("&Edit");
-  undo_ = edit->addAction("UnDo", QKeySequence::Undo, this, [this] { Undo(); });
-  connect(edit, &QMenu::aboutToShow, this, &PeakPicking::ShowState);
-
   menu_ = window.menuBar()->addMenu("&Peak");
   bar_ = new QToolBar("Peak", &window);
   bar_->setObjectName("peakBar");
@@ -117,13 +114,14 @@ void PeakPicking::BuildMenus(QMainWindow& window) {
   bar_->addAction(list);
   bar_->addAction(close);
   menu_->addSeparator();
-  inadequate_ = new InadequateMenu(*menu_, session_, data_, view_, prompt_, busy_);
+  inadequate_ = new InadequateMenu(*menu_, session_, tools_, view_, prompt_, busy_);
   connect(menu_, &QMenu::aboutToShow, this, &PeakPicking::ShowState);
   ShowState();
 }
 
 bool PeakPicking::Ready() {
-  return data_.spectrum && !data_.state.Painting && !(busy_ && busy_()) && !session_.document.spectrum.RR.data.empty();
+  const document::Document& d = session_.document;
+  return view_.Shown() && !d.view.Painting && !(busy_ && busy_()) && !d.spectrum.RR.data.empty();
 }
 
 bool PeakPicking::Enter(std::int16_t subMode) {
@@ -139,8 +137,8 @@ bool PeakPicking::Enter(std::int16_t subMode) {
 
 bool PeakPicking::SetMode(std::int16_t subMode) {
   if (!Ready()) return false;
-  display::DisplayState& v = data_.state;
-  if (v.ToolMode != display::kPeakPicking && !data_.tools.Switch(v, display::kPeakPicking)) {
+  display::DisplayState& v = session_.document.view;
+  if (v.ToolMode != display::kPeakPicking && !tools_.Switch(v, display::kPeakPicking)) {
     ShowState();
     return false;
   }
@@ -154,41 +152,37 @@ bool PeakPicking::SetMode(std::int16_t subMode) {
 
 // The area commands enter the mode in its present sub-mode, or in "Add Peak" from another mode.
 bool PeakPicking::EnterKeeping() {
-  const bool on = data_.state.ToolMode == display::kPeakPicking;
-  return SetMode(on ? data_.state.ToolCode : static_cast<std::int16_t>(kPeakAddByClick));
+  const display::DisplayState& v = session_.document.view;
+  const bool on = v.ToolMode == display::kPeakPicking;
+  return SetMode(on ? v.ToolCode : static_cast<std::int16_t>(kPeakAddByClick));
 }
 
 int PeakPicking::PickAllArea() {
   if (!EnterKeeping()) return 0;
   BusyPointer busy;
   const int added = document::PickAllArea(session_.document, Threshold(), topKind_);
-  ListChanged();
+  Refresh();
   return added;
 }
 
 int PeakPicking::PickDisplayedArea() {
   if (!EnterKeeping()) return 0;
   BusyPointer busy;
-  // The document picks in its own view: the window shown is the window's.
-  display::DisplayState& shown = session_.document.view;
-  shown.ViewF2Start = data_.state.ViewF2Start;
-  shown.ViewF2End = data_.state.ViewF2End;
-  shown.ViewF1Start = data_.state.ViewF1Start;
-  shown.ViewF1End = data_.state.ViewF1End;
   const int added = document::PickDisplayedArea(session_.document, Threshold(), topKind_);
-  ListChanged();
+  Refresh();
   return added;
 }
 
 bool PeakPicking::DeleteAll() {
   if (!EnterKeeping()) return false;
   const bool emptied = document::DeleteAllPeaksOf(session_.document);
-  if (emptied) ListChanged();
+  if (emptied) Refresh();
   return emptied;
 }
 
 void PeakPicking::Close() {
-  if (data_.state.ToolMode == display::kPeakPicking) data_.tools.Switch(data_.state, display::kNoTool);
+  display::DisplayState& v = session_.document.view;
+  if (v.ToolMode == display::kPeakPicking) tools_.Switch(v, display::kNoTool);
   ShowState();
   view_.update();
 }
@@ -211,20 +205,6 @@ PeakListWindow* PeakPicking::ShowList() {
   return list_;
 }
 
-// The peak edits hold nothing unfixed, so their undo does not end the mode; the extension's
-// undo changes the planes, so the open tool is resolved first.
-bool PeakPicking::Undo() {
-  if (!Ready()) return false;
-  const document::UndoRecord* top = TopUndo(session_.document.undo);
-  if (top && top->Kind == document::kUndoInadequateExtension) {
-    if (!data_.tools.Resolve(data_.state) || !inadequate_->Undo()) return false;
-  } else if (!document::UndoPeakEdit(session_.document)) {
-    return false;
-  }
-  ListChanged();
-  return true;
-}
-
 void PeakPicking::SetAutoThreshold(bool automatic) { autoThreshold_ = automatic; }
 
 float PeakPicking::Threshold() const {
@@ -237,26 +217,22 @@ void PeakPicking::SetTopKind(operations::PeakMode kind) {
   core::SetNumber(session_.settings2D, "PEAK PICK MODE", kind);
 }
 
-void PeakPicking::ListChanged() {
+void PeakPicking::Refresh() {
   if (list_) list_->Refresh();
+  inadequate_->ShowState();
   ShowState();
   view_.update();
   emit listChanged();
 }
 
-// The sub-mode is checked while the mode is on; "UnDo" names the newest record and is enabled
-// when it is a peak edit.
+// The sub-mode is checked while the mode is on.
 void PeakPicking::ShowState() {
-  const bool on = data_.spectrum && data_.state.ToolMode == display::kPeakPicking;
+  const display::DisplayState& v = session_.document.view;
+  const bool on = view_.Shown() && v.ToolMode == display::kPeakPicking;
   // A list window left open over another data set shows that set's list.
   if (list_ && list_->Table().rowCount() != static_cast<int>(session_.document.spectrum.peaks.peaks.size()))
     list_->Refresh();
-  for (QAction* a : subModes_->actions()) a->setChecked(on && a->data().toInt() == data_.state.ToolCode);
-  const document::UndoStack& stack = session_.document.undo;
-  const document::UndoRecord* top = TopUndo(stack);
-  undo_->setText(QString::fromStdString(document::UndoCaption(stack)));
-  undo_->setEnabled(data_.spectrum && top &&
-                    (document::IsPeakUndoKind(top->Kind) || top->Kind == document::kUndoInadequateExtension));
+  for (QAction* a : subModes_->actions()) a->setChecked(on && a->data().toInt() == v.ToolCode);
 }
 
 bool PeakPicking::eventFilter(QObject* watched, QEvent* event) {

@@ -1,7 +1,8 @@
 #pragma once
 // Peak picking in the main window: the "Peak" menu and its tool bar, the peak tool of mode 20 in
 // the window's tool box, the area commands, the choice of threshold and of the kind of top, the
-// peak list window, and "UnDo" of the peak edits. The window makes one and hands it its parts.
+// peak list window. The window makes one and hands it its parts; the window's own "UnDo" takes
+// the peak edits back and tells this one through Refresh.
 #include <QObject>
 #include <QPointer>
 #include <cstdint>
@@ -28,7 +29,7 @@ class PeakPicking final : public QObject {
 
  public:
   // `busy` tells when the window is reading a file or has an FID in the FT window: no command then.
-  PeakPicking(QMainWindow& window, document::Session& session, ViewData& data, SpectrumView& view,
+  PeakPicking(QMainWindow& window, document::Session& session, display::ToolBox& tools, SpectrumView& view,
               platform::Prompt& prompt, std::function<bool()> busy);
 
   // Mode 20 with one of the mouse's sub-modes (PeakSubMode); the open tool is resolved first.
@@ -43,9 +44,9 @@ class PeakPicking final : public QObject {
   void Close();
   // "PeaK List": the list window, sorted by F2.
   PeakListWindow* ShowList();
-  // "UnDo" of a peak edit or of the INADEQUATE extension; false when the newest record is
-  // neither.
-  bool Undo();
+  // The list window, the marks and the entries follow a list or data set changed elsewhere (an
+  // undo of the window).
+  void Refresh();
 
   // "Lower Limit" (the contour's, the default) or "Auto" (from the noise of the spectrum).
   void SetAutoThreshold(bool automatic);
@@ -56,7 +57,6 @@ class PeakPicking final : public QObject {
 
   QMenu* Menu() const { return menu_; }
   InadequateMenu& Inadequate() const { return *inadequate_; }
-  QAction* UndoAction() const { return undo_; }
 
  signals:
   void listChanged();
@@ -69,11 +69,10 @@ class PeakPicking final : public QObject {
   bool Ready();
   bool SetMode(std::int16_t subMode);
   bool EnterKeeping();
-  void ListChanged();
   void ShowState();
 
   document::Session& session_;
-  ViewData& data_;
+  display::ToolBox& tools_;
   SpectrumView& view_;
   platform::Prompt& prompt_;
   std::function<bool()> busy_;
@@ -82,7 +81,6 @@ class PeakPicking final : public QObject {
   QMenu* menu_ = nullptr;
   QToolBar* bar_ = nullptr;
   QActionGroup* subModes_ = nullptr;
-  QAction* undo_ = nullptr;
   QPointer<PeakListWindow> list_;
   InadequateMenu* inadequate_ = nullptr;
 };

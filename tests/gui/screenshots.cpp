@@ -26,7 +26,7 @@ using namespace velk;
 namespace {
 
 bool Settled(gui::MainWindow& w) {
-  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.View().state.ContourDirty; },
+  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.Document().view.ContourDirty; },
                          120000);
 }
 
@@ -103,7 +103,7 @@ int main(int argc, char** argv) {
   QTest::mouseRelease(&view, Qt::LeftButton, {}, to.toPoint());
   ok &= Settled(w);
   ok &= Save(w, out + "/main-hsqc-peaks-zoom.png");
-  peaks.Undo();
+  w.Undo();
   w.SetSubMode(display::kSlice);
   QTest::mouseClick(&view, Qt::LeftButton, {}, view.PositionOf(1.27, 24.9).toPoint());
   ok &= Save(w, out + "/main-hsqc-zoom-slice.png");
