@@ -26,7 +26,6 @@ bool EditList(Document& d, std::int16_t kind, Edit edit) {
   record.Kind = kind;
   record.Peaks = std::move(before);
   PushUndo(d.undo, std::move(record));
-  d.view.ContourDirty = true;
   return true;
 }
 
@@ -34,13 +33,11 @@ bool EditList(Document& d, std::int16_t kind, Edit edit) {
 
 int PickAllArea(Document& d, float threshold, operations::PeakMode mode) {
   SaveList(d, kUndoPickAllArea);
-  d.view.ContourDirty = true;
   return operations::PickArea(d.spectrum, operations::AllArea(d.spectrum), threshold, mode);
 }
 
 int PickDisplayedArea(Document& d, float threshold, operations::PeakMode mode) {
   SaveList(d, kUndoPickDisplayedArea);
-  d.view.ContourDirty = true;
   return operations::PickArea(d.spectrum, operations::DisplayedArea(d.spectrum, d.view), threshold, mode);
 }
 
@@ -95,7 +92,6 @@ bool UndoPeakEdit(Document& d) {
   if (!top || !IsPeakUndoKind(top->Kind)) return false;
   d.spectrum.peaks = top->Peaks;
   PopUndo(d.undo);
-  d.view.ContourDirty = true;
   return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 // The commands of the peak tool on a document: each keeps the list as it was in an undo record of
-// its kind, so that one Undo brings it back exactly.
+// its kind, so that one Undo brings it back exactly. The contour itself does not change: the
+// marks of the list are drawn over it.
 #include <cstdint>
 
 #include "document/document.h"
@@ -38,7 +39,7 @@ bool MovePeakByDrag(Document& d, int index, std::int32_t col, std::int32_t row, 
 bool DeleteAllPeaksOf(Document& d);
 
 bool IsPeakUndoKind(int kind);
-// Undo of a peak kind: the list of the top record comes back and the contour is drawn anew.
+// Undo of a peak kind: the list of the top record comes back.
 // False, changing nothing, when the top record is not of a peak kind.
 bool UndoPeakEdit(Document& d);
 

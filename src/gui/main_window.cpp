@@ -487,7 +487,7 @@ void MainWindow::Undo() {
       StoreGridSettings();
       view_->Recompose();
       break;
-    case document::Undone::Peaks: view_->LevelsChanged(); break;
+    case document::Undone::Peaks: view_->update(); break;  // the marks lie over the contour
     case document::Undone::Data: view_->DataChanged(); break;
     case document::Undone::Nothing: break;
   }
