@@ -29,6 +29,7 @@
 #include "gui/display_area_dialog.h"
 #include "gui/environment_dialog.h"
 #include "gui/grid_dialog.h"
+#include "gui/peak_picking.h"
 #include "model/data_type.h"
 #include "document/grid_command.h"
 #include "document/transform.h"
@@ -175,6 +176,9 @@ void MainWindow::BuildMenus() {
     a->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + mode)));
     subModes_->addAction(a);
   }
+
+  peaks_ = new PeakPicking(*this, session_, tools_, *view_, prompt_, [this] { return Opening(); });
+  connect(peaks_, &PeakPicking::listChanged, this, &MainWindow::RefreshUndo);
 
   QMenu* help = menuBar()->addMenu("&Help");
   help->addAction("About", this, [this] {
@@ -513,10 +517,11 @@ void MainWindow::Undo() {
       StoreGridSettings();
       view_->Recompose();
       break;
-    case document::Undone::Peaks: view_->LevelsChanged(); break;
+    case document::Undone::Peaks: view_->update(); break;  // the marks lie over the contour
     case document::Undone::Data: view_->DataChanged(); break;
     case document::Undone::Nothing: break;
   }
+  peaks_->Refresh();  // the list window and the peak entries follow the list and planes that came back
   RefreshUndo();
 }
 

@@ -25,6 +25,8 @@ class QActionGroup;
 
 namespace velk::gui {
 
+class PeakPicking;
+
 class MainWindow final : public QMainWindow {
   Q_OBJECT
 
@@ -48,6 +50,7 @@ class MainWindow final : public QMainWindow {
   const document::Session& Session() const { return session_; }
   const document::Document& Document() const { return session_.document; }
   SpectrumView& Picture() { return *view_; }
+  PeakPicking& Peaks() { return *peaks_; }
   QString UpperText() const;
   QString LowerText() const;
   QString CursorText() const;
@@ -117,6 +120,7 @@ class MainWindow final : public QMainWindow {
   QMenu* recentMenu_ = nullptr;
   QActionGroup* subModes_ = nullptr;
   QAction* undoAction_ = nullptr;
+  PeakPicking* peaks_ = nullptr;
 };
 
 }  // namespace velk::gui

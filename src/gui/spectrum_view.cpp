@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <algorithm>
 #include <cmath>
 #include <memory>
 
@@ -67,6 +68,11 @@ void SpectrumView::Recompose() {
 void SpectrumView::SetBusy(bool busy) {
   if (busy) worker_.Stop();
   busy_ = busy;
+}
+
+void SpectrumView::SetMarkStyle(const operations::MarkStyle& marks) {
+  marks_ = marks;
+  update();
 }
 
 QPointF SpectrumView::PositionOf(double ppmF2, double ppmF1) const {
@@ -153,7 +159,15 @@ void SpectrumView::paintEvent(QPaintEvent*) {
   painter.drawImage(0, 0, frame_);
   if (busy_ || !shown_) return;
   platform::qt::QtSurface surface(painter, DeviceSize(*this));
-  tools_.Active(document_.view).DrawOverlay(surface, document_.view, document_.spectrum, layout_.contour);
+  // The marks of the data lie over the contour and the grid, under the tool's own marks.
+  const document::Document& d = document_;
+  operations::MarkStyle marks = marks_;
+  marks.peakHalfSize = static_cast<int>(std::lrint(marks.peakHalfSize * Ratio()));
+  marks.peakWidth = std::max(1, static_cast<int>(std::lrint(marks.peakWidth * Ratio())));
+  marks.slopeWidth = std::max(1, static_cast<int>(std::lrint(marks.slopeWidth * Ratio())));
+  operations::DrawSlope2Line(surface, d.view, d.spectrum, layout_.contour, marks);
+  operations::DrawPeakMarks(surface, d.view, d.spectrum, layout_.contour, marks);
+  tools_.Active(d.view).DrawOverlay(surface, d.view, d.spectrum, layout_.contour);
 }
 
 void SpectrumView::resizeEvent(QResizeEvent*) { Trace(true); }

@@ -13,6 +13,7 @@
 #include "display/traces.h"
 #include "document/document.h"
 #include "gui/worker.h"
+#include "operations/contour_marks.h"
 
 namespace velk::gui {
 
@@ -42,6 +43,9 @@ class SpectrumView final : public QWidget {
   void QuitTracing() { worker_.Quit(); }
   // While the data are being replaced the view shows its last picture and takes no mouse.
   void SetBusy(bool busy);
+  // How the peak tops and the INADEQUATE line are drawn over the contour.
+  void SetMarkStyle(const operations::MarkStyle& marks);
+  const operations::MarkStyle& Marks() const { return marks_; }
 
   // Where the parts lie, in device pixels, and the device pixels per interface unit.
   const display::MainViewLayout& Layout() const { return layout_; }
@@ -82,6 +86,7 @@ class SpectrumView final : public QWidget {
   document::Document& document_;
   display::ToolBox& tools_;
   bool shown_ = false;
+  operations::MarkStyle marks_;
   Worker worker_;
   display::ContourGrid grid_;  // touched only by the tracing job while it runs
   display::LevelTable levels_;
