@@ -4,7 +4,9 @@
 #include <cmath>
 
 #include "document/transform.h"
+#include "processing/fid_corrections.h"
 #include "processing/ft_controls.h"
+#include "processing/lp_form.h"
 #include "processing/transforms.h"
 
 namespace velk::document {
@@ -96,6 +98,7 @@ void FtWindow::Refresh() {
         p.fidIm[j] = imag.at(column_, j);
       }
   }
+  Predict();
   const platform::Outcome made = view_ == F2 ? processing::Make_RW_Wind(s, settings_, p.window)
                                              : processing::Make_CL_Wind(s, settings_, p.window);
   p.windowFailed = !made.ok();
@@ -123,17 +126,24 @@ void FtWindow::Refresh() {
 }
 
 Transformed FtWindow::Execute(platform::Progress& progress, const std::filesystem::path& workFile,
-                              std::function<void(std::string_view)> onCaption) {
+                              std::function<void(std::string_view)> onCaption, bool withPrediction) {
   if (processing::SaveFidWork(workFile, document_.spectrum) != 0) {
     Transformed refused;
     refused.outcome = {1, {"File Error", "The FID cannot be kept in " + workFile.string(), platform::Buttons::Ok}};
     return refused;
   }
   const processing::SequenceSettings before = settings_;
-  Transformed done = TransformDocument(document_, settings_, false, progress, std::move(onCaption));
+  Transformed done = TransformDocument(document_, settings_, withPrediction, progress, std::move(onCaption));
   if (!done.outcome.ok()) {
     settings_ = before;
     processing::RestoreFidWork(workFile, document_.spectrum);
+  } else {
+    // The transform clears its phases; the phase correction opens with those it was made with.
+    const processing::AxisProcessing& f1 = before.axis[F1];
+    const processing::AxisProcessing& f2 = before.axis[F2];
+    document_.phases = {static_cast<float>(f1.phase0), static_cast<float>(f1.phase1), static_cast<float>(f2.phase0),
+                        static_cast<float>(f2.phase1), static_cast<std::int32_t>(std::lrint(f1.pivot)),
+                        static_cast<std::int32_t>(std::lrint(f2.pivot))};
   }
   std::error_code ignored;
   std::filesystem::remove(workFile, ignored);
@@ -167,6 +177,91 @@ void FtWindow::Rephase() {
     p.shownRe[i] = std::hypot(p.specRe[i], p.specIm[i]);
     p.shownIm[i] = 0.0f;
   }
+}
+
+std::int32_t FtWindow::DataPoints(model::Axis a) const { return document_.spectrum.extras[a].fidPoints; }
+
+std::int32_t FtWindow::Extension(model::Axis a) const {
+  const processing::AxisProcessing& p = settings_.axis[a];
+  return p.lpFactor != 1 ? p.lpFactor : p.zeroFill;
+}
+
+bool FtWindow::PredictionAsked() const { return processing::PredictionAsked(settings_).empty(); }
+
+platform::Outcome FtWindow::Resized(platform::Outcome out) {
+  processing::AxisProcessing& f1 = settings_.axis[F1];
+  f1.pivot = std::round(processing::CurrentSize(f1) / 2.0);
+  Refresh();
+  ShowWholeFid();
+  return out;
+}
+
+platform::Outcome FtWindow::ZeroFill(model::Axis a) {
+  return Resized(processing::ZeroFill(document_.spectrum, settings_, a));
+}
+
+platform::Outcome FtWindow::CancelZeroFill(model::Axis a) {
+  return Resized(processing::CancelZeroFill(document_.spectrum, settings_, a));
+}
+
+platform::Outcome FtWindow::LpFill(model::Axis a) {
+  const platform::Outcome out = Resized(processing::LpFill(document_.spectrum, settings_, a));
+  if (!out.ok()) return out;
+  return a == view_ ? preview_.prediction : platform::Outcome{};
+}
+
+platform::Outcome FtWindow::LpBack(model::Axis a) {
+  processing::LpSetting& lp = settings_.axis[a].lp;
+  if (platform::Message illegal = processing::CheckLpBack(lp, DataPoints(a)); !illegal.empty()) return {1, illegal};
+  lp.BackwardOn = 1;
+  Refresh();
+  return a == view_ ? preview_.prediction : platform::Outcome{};
+}
+
+// The prediction asked for on the axis shown, on the trace as read: forward past the measured
+// points, then backward over the first ones.
+void FtWindow::Predict() {
+  FtPreview& p = preview_;
+  p.prediction = {};
+  const processing::AxisProcessing& a = Axis();
+  const auto n = static_cast<std::int32_t>(p.fidRe.size());
+  const std::int32_t measured = std::min(DataPoints(view_), n);
+  if (Predicted(view_)) p.prediction = processing::LpForwardTrace(p.fidRe.data(), p.fidIm.data(), a.lp, measured, n);
+  if (p.prediction.ok() && a.lp.BackwardOn && a.lp.BackPoints >= 1)
+    p.prediction = processing::LpBackwardTrace(p.fidRe.data(), p.fidIm.data(), a.lp, measured);
+}
+
+void FtWindow::SetPhaseSensitive(bool on) {
+  processing::SequenceSettings& s = settings_;
+  s.pulseModeClass = model::ClassForMethod(s.pulseModeClass, on);
+  const bool inadequate = s.mode == 10 || s.mode == 11;
+  s.mode = inadequate ? (on ? 10 : 11) : s.pulseModeClass;
+  processing::InitialF1Phase(document_.spectrum, s, document_.source.detection.modeText);
+  Refresh();
+}
+
+void FtWindow::SetFidShift(std::int32_t shift) {
+  document_.spectrum.fidShift = shift;
+  Refresh();
+}
+
+FtWindow::Corrections FtWindow::CurrentCorrections() const {
+  return {settings_.axis[F1].singleAd, settings_.axis[F2].singleAd, settings_.fidBaseline, settings_.t1Noise,
+          settings_.t1Factor};
+}
+
+void FtWindow::SetCorrections(const Corrections& c) {
+  settings_.axis[F1].singleAd = settings_.brukerData && c.f1SingleAd;
+  settings_.axis[F2].singleAd = settings_.brukerData && c.f2SingleAd;
+  settings_.t1Noise = c.t1Noise;
+  settings_.t1Factor = processing::ClampT1NoiseFactor(c.t1Factor);
+  if (c.fidBaseline && !settings_.fidBaseline) {
+    model::Spectrum2D& s = document_.spectrum;
+    for (model::Plane* plane : {&s.RR, &s.IR, &s.RI, &s.II})
+      processing::FidBaseline(*plane, std::min(DataPoints(F1), plane->rows), std::min(DataPoints(F2), plane->stride));
+    settings_.fidBaseline = true;
+  }
+  Refresh();
 }
 
 }  // namespace velk::document

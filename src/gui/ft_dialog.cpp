@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QComboBox>
+#include <QGroupBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -14,9 +16,13 @@
 #include <cmath>
 #include <functional>
 
+#include "gui/corrections_dialog.h"
+#include "gui/fid_shift_dialog.h"
+#include "gui/lp_dialog.h"
 #include "gui/trace_panel.h"
 #include "gui/window_dialog.h"
 #include "processing/ft_controls.h"
+#include "processing/lp_form.h"
 
 namespace velk::gui {
 
@@ -52,6 +58,14 @@ FtDialog::FtDialog(document::Document& d, std::filesystem::path workFile, platfo
   auto* layout = new QVBoxLayout(this);
   auto* menus = new QMenuBar(this);
   menus->addMenu("File")->addAction("Close (Discard Present Data)", this, &QDialog::close);
+  QMenu* fft = menus->addMenu("FFT");
+  fft->addAction("Execute 2D-FFT(No LP)", this, &FtDialog::Execute);
+  fft->addAction("Execute 2D-FFT with Linear Prediction", this, &FtDialog::ExecuteWithPrediction);
+  fft->addSeparator();
+  fft->addAction("Set Window Function", this, [this] { EditWindow(); });
+  fft->addAction("LP Parameter Set Up", this, [this] { SetUpPrediction(); });
+  fft->addAction("Set up Corrections on FFT", this, [this] { SetUpCorrections(); });
+  fft->addAction("FID Shift", this, [this] { ShiftFid(); });
   layout->setMenuBar(menus);
 
   controls_ = new QWidget(this);
@@ -75,6 +89,7 @@ FtDialog::FtDialog(document::Document& d, std::filesystem::path workFile, platfo
   top->addWidget(BuildSteps());
   top->addStretch();
   layout->addWidget(controls_);
+  layout->addWidget(BuildSizes());
 
   panel_ = new TracePanel(*state_, this);
   connect(panel_, &TracePanel::picked, this, [this](int point) {
@@ -154,6 +169,66 @@ QWidget* FtDialog::BuildSteps() {
   return box;
 }
 
+// The second row: the processing method, the size of each axis with its zero fill or prediction,
+// and "Execute 2D-FFT(Use LP)", open once a prediction was asked for.
+QWidget* FtDialog::BuildSizes() {
+  auto* box = new QWidget(controls_);
+  auto* row = new QHBoxLayout(box);
+  row->setContentsMargins(0, 0, 0, 0);
+  auto* method = new QComboBox(box);
+  method->setObjectName("method");
+  method->addItems({"PHA", "ABS"});
+  method->setToolTip("Processing method: phase sensitive (PHA) or absolute value (ABS)");
+  method->setCurrentIndex(state_->PhaseSensitive() ? 0 : 1);
+  connect(method, &QComboBox::currentIndexChanged, this, [this](int index) {
+    state_->SetPhaseSensitive(index == 0);
+    Redraw();
+  });
+  method_ = method;
+  row->addWidget(method);
+  row->addWidget(BuildAxisSize(model::F2));
+  row->addWidget(BuildAxisSize(model::F1));
+  useLp_ = Button("Execute 2D-FFT(Use LP)", "", box);
+  useLp_->setStyleSheet("QPushButton:enabled { background-color: #d0ffd0; }");
+  connect(useLp_, &QPushButton::clicked, this, &FtDialog::ExecuteWithPrediction);
+  row->addWidget(useLp_);
+  row->addStretch();
+  box->setObjectName("sizes");
+  return box;
+}
+
+QWidget* FtDialog::BuildAxisSize(model::Axis a) {
+  const bool f1 = a == model::F1;
+  const QString fid = f1 ? "F1" : "F2";
+  auto* box = new QGroupBox(f1 ? "F1 (Column)" : "F2 (Row)", this);
+  auto* row = new QHBoxLayout(box);
+  row->setContentsMargins(6, 2, 6, 2);
+  const auto command = [this, a, row, fid](const QString& text, const QString& tip,
+                                             platform::Outcome (document::FtWindow::*act)(model::Axis)) {
+    auto* b = Button(text, tip, row->parentWidget());
+    b->setObjectName(fid + " " + text);
+    connect(b, &QPushButton::clicked, this, [this, a, act] {
+      const platform::Outcome out = ((*state_).*act)(a);
+      Redraw();
+      Said(out);
+    });
+    row->addWidget(b);
+  };
+  command("ZeroFill", "Zero Filling(X 2) for " + fid + " FID", &document::FtWindow::ZeroFill);
+  command("Cancel ZeroFill", "Reset " + fid + " Zero Filling", &document::FtWindow::CancelZeroFill);
+  command("LP Fill", "Zero Filling(X 2) for " + fid + " FID by Linear Prediction", &document::FtWindow::LpFill);
+  command("LP Back", "Replace the first points of the " + fid + " FID by Linear Prediction", &document::FtWindow::LpBack);
+  size_[a] = new QLabel(box);
+  size_[a]->setObjectName(fid + " size");
+  size_[a]->setMinimumWidth(fontMetrics().horizontalAdvance("16384 (LP x16, Back)"));
+  row->addWidget(size_[a]);
+  return box;
+}
+
+void FtDialog::Said(const platform::Outcome& out) {
+  if (!out.ok() && !out.message.empty()) prompt_.Ask(out.message);
+}
+
 QWidget* FtDialog::BuildPhase(bool first) {
   const int k = first ? 0 : 1;
   auto* box = new QWidget(this);
@@ -197,6 +272,34 @@ QWidget* FtDialog::BuildPhase(bool first) {
   return box;
 }
 
+QDialog* FtDialog::SetUpPrediction(bool goFft) {
+  auto* dialog = new LpDialog(state_->settings(), {state_->DataPoints(model::F1), state_->DataPoints(model::F2)}, goFft,
+                              prompt_, this);
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  connect(dialog, &QDialog::accepted, this, [this, goFft] {
+    state_->Refresh();
+    Redraw();
+    if (goFft) Run(true);
+  });
+  dialog->open();
+  return dialog;
+}
+
+QDialog* FtDialog::SetUpCorrections() {
+  auto* dialog = new CorrectionsDialog(*state_, this);
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  connect(dialog, &QDialog::accepted, this, &FtDialog::Redraw);
+  dialog->open();
+  return dialog;
+}
+
+QDialog* FtDialog::ShiftFid() {
+  auto* dialog = new FidShiftDialog(*state_, [this] { Redraw(); }, this, clock_);
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->open();
+  return dialog;
+}
+
 WindowDialog* FtDialog::EditWindow() {
   auto* editor = new WindowDialog(*state_, [this] { Redraw(); }, this, clock_);
   editor->setAttribute(Qt::WA_DeleteOnClose);
@@ -213,6 +316,19 @@ void FtDialog::Redraw() {
                       .arg(state_->column() + 1)
                       .arg(state_->Columns()));
   ShowPhases();
+  for (model::Axis a : {model::F1, model::F2}) {
+    QString text = QString::number(processing::CurrentSize(state_->settings().axis[a]));
+    QStringList how;
+    if (state_->Extension(a) > 1) how << QString("%1 x%2").arg(state_->Predicted(a) ? "LP" : "ZF").arg(state_->Extension(a));
+    if (state_->BackPredicted(a)) how << "Back";
+    if (!how.isEmpty()) text += " (" + how.join(", ") + ")";
+    size_[a]->setText(text);
+  }
+  useLp_->setEnabled(state_->PredictionAsked());
+  {
+    const QSignalBlocker quiet(method_);
+    method_->setCurrentIndex(state_->PhaseSensitive() ? 0 : 1);
+  }
   panel_->update();
 }
 
@@ -230,23 +346,40 @@ void FtDialog::ShowPhases() {
 void FtDialog::SetRunning(bool running) {
   controls_->setEnabled(!running);
   findChild<QWidget*>("phases")->setEnabled(!running);
+  findChild<QWidget*>("sizes")->setEnabled(!running);
+  layout()->menuBar()->setEnabled(!running);
   progress_->setVisible(running);
   caption_->setVisible(running);
   quit_->setVisible(running);
   progress_->setValue(0);
 }
 
-void FtDialog::Execute() {
+void FtDialog::Execute() { Run(false); }
+
+void FtDialog::ExecuteWithPrediction() {
+  if (worker_.Busy()) return;
+  if (const platform::Message unasked = processing::PredictionAsked(state_->settings()); !unasked.empty()) {
+    QApplication::beep();
+    prompt_.Ask(unasked);
+    return;
+  }
+  SetUpPrediction(true);
+}
+
+void FtDialog::Run(bool withPrediction) {
   if (worker_.Busy()) return;
   SetRunning(true);
   auto result = std::make_shared<document::Transformed>();
   worker_.Start(
-      [this, result](platform::Progress& progress) {
-        *result = state_->Execute(progress, workFile_, [this](std::string_view caption) {
-          QMetaObject::invokeMethod(caption_, [label = caption_, text = QString::fromUtf8(caption.data(), caption.size())] {
-            label->setText(text);
-          });
-        });
+      [this, result, withPrediction](platform::Progress& progress) {
+        *result = state_->Execute(
+            progress, workFile_,
+            [this](std::string_view caption) {
+              QMetaObject::invokeMethod(caption_, [label = caption_, text = QString::fromUtf8(caption.data(), caption.size())] {
+                label->setText(text);
+              });
+            },
+            withPrediction);
       },
       [this, result] {
         SetRunning(false);

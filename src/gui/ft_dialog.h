@@ -11,6 +11,7 @@
 #include "gui/worker.h"
 #include "platform/prompt.h"
 
+class QComboBox;
 class QLabel;
 class QLineEdit;
 class QProgressBar;
@@ -34,8 +35,14 @@ class FtDialog final : public QDialog {
   bool Running() const { return worker_.Busy(); }
   // "Execute 2D-FFT(No LP)".
   void Execute();
+  // "Execute 2D-FFT(Use LP)": the set-up of the prediction first ("FFT LP Parameter Set").
+  void ExecuteWithPrediction();
   // "Set Window Function" for the axis shown; the editor is open when this returns.
   WindowDialog* EditWindow();
+  // "LP Parameter Set Up", "Set up Corrections on FFT" and "FID Shift": open when these return.
+  QDialog* SetUpPrediction(bool goFft = false);
+  QDialog* SetUpCorrections();
+  QDialog* ShiftFid();
 
  signals:
   // The tag of the end: "OK" after the transform, "CANCEL" when the FID stays raw.
@@ -48,6 +55,11 @@ class FtDialog final : public QDialog {
  private:
   QWidget* BuildPhase(bool first);
   QWidget* BuildSteps();
+  QWidget* BuildSizes();
+  QWidget* BuildAxisSize(model::Axis a);
+  void Run(bool withPrediction);
+  // Shows what a command of the window had to say, if anything.
+  void Said(const platform::Outcome& out);
   void Redraw();
   void ShowPhases();
   void SetRunning(bool running);
@@ -68,6 +80,9 @@ class FtDialog final : public QDialog {
   QProgressBar* progress_ = nullptr;
   QLabel* caption_ = nullptr;
   QPushButton* quit_ = nullptr;
+  QPushButton* useLp_ = nullptr;
+  QLabel* size_[2] = {};
+  QComboBox* method_ = nullptr;
 };
 
 }  // namespace velk::gui

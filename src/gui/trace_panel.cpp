@@ -63,6 +63,23 @@ void TracePanel::paintEvent(QPaintEvent*) {
   p.drawPolyline(Curve(t.fidIm.data(), fidCount, fidBox, fidFull, 0, false));
   p.setPen(QPen(QColor(0, 0, 170), 1));
   p.drawPolyline(Curve(t.fidRe.data(), fidCount, fidBox, fidFull, 0, false));
+  // Predicted points in green: past the measured ones, and the first ones recalculated backward.
+  const model::Axis axis = window_.view();
+  const int measured = std::min(fidCount, window_.DataPoints(axis));
+  if (fidCount > 1 && t.prediction.ok()) {
+    const auto part = [&](int from, int to) {
+      if (to - from < 2) return;
+      QPolygonF whole = Curve(t.fidRe.data(), fidCount, fidBox, fidFull, 0, false);
+      const double x0 = fidBox.left() + fidBox.width() * from / (fidCount - 1);
+      const double x1 = fidBox.left() + fidBox.width() * (to - 1) / (fidCount - 1);
+      QPolygonF piece;
+      for (const QPointF& q : whole) if (q.x() >= x0 - 0.5 && q.x() <= x1 + 0.5) piece << q;
+      p.drawPolyline(piece);
+    };
+    p.setPen(QPen(QColor(0, 160, 0), 1.5));
+    if (window_.Predicted(axis)) part(measured, fidCount);
+    if (window_.BackPredicted(axis)) part(0, window_.settings().axis[axis].lp.BackPoints + 1);
+  }
   if (!t.window.values.empty() && fidCount > 1) {
     std::vector<float> w(static_cast<std::size_t>(fidCount));
     float wFull = 0;

@@ -27,6 +27,13 @@ int HeldStep::Due(std::int64_t now) {
   return static_cast<int>(steps);
 }
 
+std::int32_t StepFidShift(std::int32_t shift, int direction, std::int32_t pressStart, std::int32_t nf2) {
+  std::int32_t next = std::clamp(shift + direction, std::min(0, 1 - nf2), std::max(0, nf2 - 1));
+  if (pressStart > 0 && direction < 0) next = std::max(next, 0);
+  if (pressStart < 0 && direction > 0) next = std::min(next, 0);
+  return next;
+}
+
 float ClampCorner(const std::array<float, 4>& T, int corner, float value) {
   switch (corner) {
     case 0: return std::max(-100.0f, std::min(value, T[1]));

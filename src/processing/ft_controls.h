@@ -38,6 +38,11 @@ class HeldStep {
   std::int64_t next_ = 0;
 };
 
+// "Shift FID Start Position Right" (+1) and "shift FID Start Position Left" (-1): one point a
+// step, within 1 - NF2 .. NF2 - 1. A held press that began on the other side of zero stops there:
+// going down from a positive shift ends at 0, and so does going up from a negative one.
+std::int32_t StepFidShift(std::int32_t shift, int direction, std::int32_t pressStart, std::int32_t nf2);
+
 // Trapezoid corners in percent (index 0..3 for T1..T4): T1 in -100 .. T2, T2 in T1 .. T3 - 10,
 // T3 in T2 + 10 .. T4, T4 in T3 .. 200, so the flat top is never narrower than 10%.
 float ClampCorner(const std::array<float, 4>& T, int corner, float value);

@@ -4,8 +4,12 @@
 
 #include "document/ft_window.h"
 #include "document/read_data_set.h"
+#include "platform/progress.h"
+#include "processing/messages.h"
 #include "processing/transforms.h"
 #include "support/scripted_prompt.h"
+#include "support/temp_folder.h"
+#include "../processing/synthetic.h"
 
 namespace velk::document {
 namespace {
@@ -88,6 +92,122 @@ TEST_F(FtWindowTest, AbsoluteSetsShowTheMagnitudeAndAZeroTraceHasTheFloorMaximum
   EXPECT_FLOAT_EQ(w.preview().scale.yMaximum, 2 * std::sqrt(0.1f));
   w.SetYSpan(4);
   EXPECT_FLOAT_EQ(w.preview().scale.ySpan, 2 * std::sqrt(0.1f) / 4);
+}
+
+// Row 1 of the FID holds three decaying lines: prediction must continue them as they go on.
+TEST_F(FtWindowTest, PredictionOnTheRowShownContinuesAndRepairsAKnownSignal) {
+  const std::vector<test::Line> lines{{0.11, 0.004, 1.0}, {-0.23, 0.006, 0.6, 1.0}, {0.31, 0.003, 0.4, 2.0}};
+  model::Spectrum2D& s = doc.spectrum;
+  const std::int32_t measured = s.extras[model::F2].fidPoints;
+  for (std::int32_t i = 0; i < s.RR.stride; ++i) {
+    const std::complex<double> v = i < measured ? test::SignalAt(lines, i) : 0.0;
+    s.RR.at(i, 1) = static_cast<float>(v.real());
+    s.IR.at(i, 1) = static_cast<float>(v.imag());
+  }
+  FtWindow w(doc);
+  w.StepRow(+1);
+  EXPECT_FALSE(w.PredictionAsked());
+  w.settings().axis[model::F2].lp = {3, 40, 2, 3, 0, 0, 0};
+  const std::int32_t before = w.Columns();
+  ASSERT_TRUE(w.LpFill(model::F2).ok());
+  EXPECT_TRUE(w.PredictionAsked());
+  EXPECT_TRUE(w.Predicted(model::F2));
+  EXPECT_EQ(w.Extension(model::F2), 2);
+  EXPECT_EQ(s.RR.stride, 2 * before);  // the planes took the new size
+  const FtPreview& p = w.preview();
+  ASSERT_EQ(p.fidRe.size(), static_cast<std::size_t>(2 * before));
+  for (std::int32_t i : {measured, measured + 50, 2 * before - 1}) {
+    const std::complex<double> truth = test::SignalAt(lines, i);
+    EXPECT_NEAR(p.fidRe[i], truth.real(), 2e-3) << i;
+    EXPECT_NEAR(p.fidIm[i], truth.imag(), 2e-3) << i;
+  }
+  EXPECT_EQ(s.RR.at(measured + 5, 1), 0.0f);  // only the preview is predicted
+
+  // "ZeroFill" puts zero fill in the place of prediction.
+  ASSERT_TRUE(w.ZeroFill(model::F2).ok());
+  EXPECT_FALSE(w.Predicted(model::F2));
+  EXPECT_EQ(w.preview().fidRe[measured + 5], 0.0f);
+  ASSERT_TRUE(w.CancelZeroFill(model::F2).ok());
+  EXPECT_EQ(s.RR.stride, before);
+  EXPECT_FALSE(w.PredictionAsked());
+
+  // "LP Back": spoilt first points come back; parameters past the data are refused.
+  s.RR.at(0, 1) = s.RR.at(1, 1) = s.RR.at(2, 1) = 9;
+  w.settings().axis[model::F2].lp.BackPoints = measured;
+  const platform::Outcome refused = w.LpBack(model::F2);
+  EXPECT_EQ(refused.message.text, processing::messages::kIllegalLpParameter);
+  EXPECT_FALSE(w.BackPredicted(model::F2));
+  w.settings().axis[model::F2].lp.BackPoints = 3;
+  w.SetFidShift(0);
+  ASSERT_TRUE(w.LpBack(model::F2).ok());
+  EXPECT_TRUE(w.PredictionAsked());
+  for (int i = 0; i < 3; ++i) EXPECT_NEAR(w.preview().fidRe[i], test::SignalAt(lines, i).real(), 2e-3) << i;
+}
+
+TEST_F(FtWindowTest, TheTransformWithPredictionLeavesItsPhasesForThePhaseCorrection) {
+  doc.words.pulseModeClass = model::VPH_HOMO;
+  FtWindow w(doc);
+  w.SetPivot(300);
+  w.SetPhase0(30);
+  w.SetPhase1(-20);
+  w.StepColumn(+100);  // column 0 is all but zero (the digital filter's delay): nothing to predict
+  w.ShowF1();
+  w.SetPhase0(-12.5);
+  w.settings().axis[model::F1].lp = {20, 40, 10, 3, 0, 0, 0};
+  const std::int32_t rows = w.Rows();
+  const platform::Outcome filled = w.LpFill(model::F1);
+  ASSERT_TRUE(filled.ok()) << filled.message.text;
+  test::TempFolder folder;
+  platform::NoProgress progress;
+  const Transformed done = w.Execute(progress, folder / "fid.wkf", {}, true);
+  ASSERT_TRUE(done.outcome.ok()) << done.outcome.message.text;
+  EXPECT_EQ(doc.spectrum.axis[model::F1].Point, 2 * rows);
+  EXPECT_FLOAT_EQ(doc.phases.StoredPhaseF2_0, 30);
+  EXPECT_FLOAT_EQ(doc.phases.StoredPhaseF2_1, -20);
+  EXPECT_FLOAT_EQ(doc.phases.StoredPhaseF1_0, -12.5);
+  EXPECT_EQ(doc.phases.PivotF2, 300);
+  EXPECT_EQ(doc.phases.PivotF1, rows);  // the middle of the predicted F1 axis
+  EXPECT_TRUE(std::any_of(done.list.begin(), done.list.end(),
+                          [](const std::string& l) { return l.find("LP Forward(F1)") != std::string::npos; }));
+}
+
+TEST_F(FtWindowTest, MethodShiftAndCorrectionsReachTheRecipe) {
+  FtWindow w(doc);
+  ASSERT_FALSE(w.PhaseSensitive());  // the example is a magnitude COSY
+  w.SetPhaseSensitive(true);
+  EXPECT_EQ(w.settings().pulseModeClass, model::VPH_HOMO);
+  EXPECT_EQ(w.settings().mode, model::VPH_HOMO);
+  w.SetPhaseSensitive(false);
+  EXPECT_EQ(w.settings().pulseModeClass, model::V_HOMO);
+
+  const std::vector<float> unshifted = w.preview().specRe;
+  w.SetFidShift(w.FidShift() + 3);
+  EXPECT_NE(w.preview().specRe, unshifted);
+
+  // Converter options count for Bruker data only; the factor is clamped to 0 .. 2.
+  FtWindow::Corrections c;
+  c.f1SingleAd = true;
+  c.t1Noise = true;
+  c.t1Factor = 7;
+  w.settings().brukerData = false;
+  w.SetCorrections(c);
+  EXPECT_FALSE(w.CurrentCorrections().f1SingleAd);
+  EXPECT_FLOAT_EQ(w.CurrentCorrections().t1Factor, 2.0f);
+  w.settings().brukerData = true;
+  w.SetCorrections(c);
+  EXPECT_TRUE(w.CurrentCorrections().f1SingleAd);
+
+  // The baseline of the FID: the tail of each row averages to zero afterwards.
+  model::Spectrum2D& s = doc.spectrum;
+  const std::int32_t n = w.DataPoints(model::F2);
+  for (std::int32_t i = 0; i < n; ++i) s.RR.at(i, 0) += 5;
+  c.fidBaseline = true;
+  w.SetCorrections(c);
+  double tail = 0;
+  const std::int32_t from = static_cast<std::int32_t>(std::lrint(n * 0.8));
+  for (std::int32_t i = from; i < n; ++i) tail += s.RR.at(i, 0);
+  EXPECT_NEAR(tail / (n - from), 0.0, 1e-3);
+  EXPECT_TRUE(w.settings().fidBaseline);
 }
 
 }  // namespace

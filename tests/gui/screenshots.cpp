@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 
 #include "gui/main_window.h"
 #include "gui/splash.h"
@@ -114,6 +115,22 @@ int main(int argc, char** argv) {
     editor->resize(520, 560);
     ok &= Save(*editor, out + "/dialog-window-function.png");
     editor->close();
+    for (const auto& [open, name] : std::initializer_list<std::pair<std::function<QDialog*()>, QString>>{
+             {[ft] { return ft->SetUpPrediction(true); }, "dialog-lp-parameters"},
+             {[ft] { return ft->SetUpCorrections(); }, "dialog-corrections"},
+             {[ft] { return ft->ShiftFid(); }, "dialog-fid-shift"}}) {
+      QDialog* dialog = open();
+      dialog->adjustSize();
+      ok &= Save(*dialog, out + "/" + name + ".png");
+      dialog->reject();
+    }
+    // Forward prediction doubles F2 and backward prediction recalculates its first points, on
+    // the row shown.
+    ft->findChild<QPushButton*>("F2 LP Fill")->click();
+    ft->findChild<QPushButton*>("F2 LP Back")->click();
+    ok &= Save(*ft, out + "/ft-hsqc-f2-prediction.png");
+    ft->findChild<QPushButton*>("F2 Cancel ZeroFill")->click();
+    state.settings().axis[model::F2].lp.BackwardOn = 0;
     const auto& re = state.preview().fidRe;
     std::size_t top = 0;
     for (std::size_t i = 0; i < re.size(); ++i) if (std::abs(re[i]) > std::abs(re[top])) top = i;
