@@ -7,6 +7,7 @@
 #include "processing/fid_corrections.h"
 #include "processing/ft_controls.h"
 #include "processing/lp_form.h"
+#include "processing/sequence_stages.h"
 #include "processing/transforms.h"
 
 namespace velk::document {
@@ -179,6 +180,16 @@ void FtWindow::Rephase() {
   }
 }
 
+double FtWindow::PpmOf(double point) const {
+  const model::AxisExtras& e = document_.spectrum.extras[view_];
+  const model::AxisInfo& info = document_.spectrum.axis[view_];
+  const double centre = e.ppmFirst + std::lrint(info.Point / 2.0) * e.ppmStep;
+  const double frequency0 = e.absFreqCenter - info.Frequency * 0.5e-6;
+  const auto n = static_cast<double>(preview_.specRe.size());
+  const double step = frequency0 > 0 && n > 0 ? info.Frequency / n / frequency0 : 0.0;
+  return centre + (point - std::lrint(n / 2)) * step;
+}
+
 std::int32_t FtWindow::DataPoints(model::Axis a) const { return document_.spectrum.extras[a].fidPoints; }
 
 std::int32_t FtWindow::Extension(model::Axis a) const {
@@ -229,6 +240,11 @@ void FtWindow::Predict() {
   if (Predicted(view_)) p.prediction = processing::LpForwardTrace(p.fidRe.data(), p.fidIm.data(), a.lp, measured, n);
   if (p.prediction.ok() && a.lp.BackwardOn && a.lp.BackPoints >= 1)
     p.prediction = processing::LpBackwardTrace(p.fidRe.data(), p.fidIm.data(), a.lp, measured);
+}
+
+platform::Outcome FtWindow::SetRecipeSource(processing::RecipeSource source) {
+  settings_ = DefaultSettingsOf(document_, source);
+  return Resized(processing::Resize(document_.spectrum, settings_));
 }
 
 void FtWindow::SetPhaseSensitive(bool on) {

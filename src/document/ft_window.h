@@ -69,6 +69,10 @@ class FtWindow {
   void Refresh();
   void Rephase();
 
+  // The chemical shift of a point of the transform shown, from the reader's reference of the axis
+  // (point 0 is the low-frequency end).
+  double PpmOf(double point) const;
+
   // The points of an axis as measured (F2: complex points of a row, F1: rows).
   std::int32_t DataPoints(model::Axis a) const;
   // "ZeroFill" doubles the zero fill of an axis, "Cancel ZeroFill" goes back to none, "LP Fill"
@@ -86,6 +90,12 @@ class FtWindow {
   bool BackPredicted(model::Axis a) const { return settings_.axis[a].lp.BackwardOn != 0; }
   // "Execute 2D-FFT(Use LP)" is open once a prediction was asked for.
   bool PredictionAsked() const;
+
+  // The recipe: the processing the spectrometer stored beside the data, or the program's, which
+  // this window shapes by hand. A change starts afresh from the default of that source.
+  bool HasVendorRecipe() const { return document_.spectrum.vendor.recipe.has_value(); }
+  bool FollowsVendor() const { return settings_.vendor.has_value(); }
+  platform::Outcome SetRecipeSource(processing::RecipeSource source);
 
   // "PHA" (phase sensitive) or "ABS" (absolute value): the class of the same experiment processed
   // the other way; the F1 phases start again from those of the class.

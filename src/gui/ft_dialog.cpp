@@ -1,5 +1,6 @@
 #include "gui/ft_dialog.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -35,6 +36,9 @@ QString PhaseText(double degrees) {
   return text;
 }
 
+// The rows of commands above the traces take no more room than their words need.
+constexpr const char* kCompactButtons = "QPushButton { padding: 3px 7px; }";
+
 QString StepText(double step) { return (step > 0 ? "+" : "") + QString::number(step); }
 
 QPushButton* Button(const QString& text, const QString& tip, QWidget* parent) {
@@ -60,19 +64,23 @@ FtDialog::FtDialog(document::Document& d, std::filesystem::path workFile, platfo
   menus->addMenu("File")->addAction("Close (Discard Present Data)", this, &QDialog::close);
   QMenu* fft = menus->addMenu("FFT");
   fft->addAction("Execute 2D-FFT(No LP)", this, &FtDialog::Execute);
-  fft->addAction("Execute 2D-FFT with Linear Prediction", this, &FtDialog::ExecuteWithPrediction);
+  byHand_.push_back(fft->addAction("Execute 2D-FFT with Linear Prediction", this, &FtDialog::ExecuteWithPrediction));
   fft->addSeparator();
-  fft->addAction("Set Window Function", this, [this] { EditWindow(); });
-  fft->addAction("LP Parameter Set Up", this, [this] { SetUpPrediction(); });
-  fft->addAction("Set up Corrections on FFT", this, [this] { SetUpCorrections(); });
-  fft->addAction("FID Shift", this, [this] { ShiftFid(); });
+  byHand_.push_back(fft->addAction("Set Window Function", this, [this] { EditWindow(); }));
+  byHand_.push_back(fft->addAction("LP Parameter Set Up", this, [this] { SetUpPrediction(); }));
+  byHand_.push_back(fft->addAction("Set up Corrections on FFT", this, [this] { SetUpCorrections(); }));
+  byHand_.push_back(fft->addAction("FID Shift", this, [this] { ShiftFid(); }));
   layout->setMenuBar(menus);
 
   controls_ = new QWidget(this);
+  controls_->setStyleSheet(kCompactButtons);
   auto* top = new QHBoxLayout(controls_);
   top->setContentsMargins(0, 0, 0, 0);
   auto* execute = Button("Execute 2D-FFT(No LP)", "", controls_);
   connect(execute, &QPushButton::clicked, this, &FtDialog::Execute);
+  useLp_ = Button("Execute 2D-FFT(Use LP)", "", controls_);
+  useLp_->setStyleSheet("QPushButton:enabled { background-color: #d0ffd0; }");
+  connect(useLp_, &QPushButton::clicked, this, &FtDialog::ExecuteWithPrediction);
   auto* f2 = Button("F2", "Row of the FID (F2)", controls_);
   auto* f1 = Button("F1", "Column of the FID (F1)", controls_);
   connect(f2, &QPushButton::clicked, this, [this] { state_->ShowF2(); Redraw(); });
@@ -82,8 +90,9 @@ FtDialog::FtDialog(document::Document& d, std::filesystem::path workFile, platfo
   connect(all, &QPushButton::clicked, this, [this] { state_->ShowWholeFid(); Redraw(); });
   connect(expand, &QPushButton::clicked, this, [this] { state_->ExpandFid(); Redraw(); });
   auto* window = Button("Window Function", "Set Window Function", controls_);
+  byHand_.push_back(window);
   connect(window, &QPushButton::clicked, this, [this] { EditWindow(); });
-  for (QWidget* w : {static_cast<QWidget*>(execute), static_cast<QWidget*>(f2), static_cast<QWidget*>(f1),
+  for (QWidget* w : {static_cast<QWidget*>(execute), static_cast<QWidget*>(useLp_), static_cast<QWidget*>(f2), static_cast<QWidget*>(f1),
                      static_cast<QWidget*>(all), static_cast<QWidget*>(expand), static_cast<QWidget*>(window)})
     top->addWidget(w);
   top->addWidget(BuildSteps());
@@ -105,6 +114,7 @@ FtDialog::FtDialog(document::Document& d, std::filesystem::path workFile, platfo
   phaseLayout->addWidget(BuildPhase(false));
   layout->addWidget(phases);
   phases->setObjectName("phases");
+  byHand_.push_back(phases);
 
   auto* running = new QHBoxLayout;
   caption_ = new QLabel(this);
@@ -185,13 +195,26 @@ QWidget* FtDialog::BuildSizes() {
     Redraw();
   });
   method_ = method;
+  // With a vendor's recipe the transform follows it: what this window sets by hand waits until
+  // the program's recipe is chosen.
+  recipe_ = new QComboBox(box);
+  recipe_->setObjectName("recipe");
+  recipe_->addItems({"Vendor's recipe", "Program's recipe"});
+  recipe_->setToolTip("Transform as the spectrometer's stored processing says, or as set here");
+  recipe_->setVisible(state_->HasVendorRecipe());
+  connect(recipe_, &QComboBox::currentIndexChanged, this, [this](int index) {
+    const platform::Outcome out = state_->SetRecipeSource(index == 0 ? processing::RecipeSource::kVendorWhenPresent
+                                                                     : processing::RecipeSource::kProgram);
+    Redraw();
+    Said(out);
+  });
+  row->addWidget(recipe_);
   row->addWidget(method);
-  row->addWidget(BuildAxisSize(model::F2));
-  row->addWidget(BuildAxisSize(model::F1));
-  useLp_ = Button("Execute 2D-FFT(Use LP)", "", box);
-  useLp_->setStyleSheet("QPushButton:enabled { background-color: #d0ffd0; }");
-  connect(useLp_, &QPushButton::clicked, this, &FtDialog::ExecuteWithPrediction);
-  row->addWidget(useLp_);
+  for (model::Axis a : {model::F2, model::F1}) {
+    QWidget* size = BuildAxisSize(a);
+    byHand_.push_back(size);
+    row->addWidget(size);
+  }
   row->addStretch();
   box->setObjectName("sizes");
   return box;
@@ -220,7 +243,7 @@ QWidget* FtDialog::BuildAxisSize(model::Axis a) {
   command("LP Back", "Replace the first points of the " + fid + " FID by Linear Prediction", &document::FtWindow::LpBack);
   size_[a] = new QLabel(box);
   size_[a]->setObjectName(fid + " size");
-  size_[a]->setMinimumWidth(fontMetrics().horizontalAdvance("16384 (LP x16, Back)"));
+  size_[a]->setMinimumWidth(fontMetrics().horizontalAdvance("16384 (LP x16)"));
   row->addWidget(size_[a]);
   return box;
 }
@@ -324,10 +347,16 @@ void FtDialog::Redraw() {
     if (!how.isEmpty()) text += " (" + how.join(", ") + ")";
     size_[a]->setText(text);
   }
-  useLp_->setEnabled(state_->PredictionAsked());
+  const bool byHand = !state_->FollowsVendor();
+  useLp_->setEnabled(byHand && state_->PredictionAsked());
+  for (QObject* o : byHand_) {
+    if (auto* widget = qobject_cast<QWidget*>(o)) widget->setEnabled(byHand);
+    else if (auto* action = qobject_cast<QAction*>(o)) action->setEnabled(byHand);
+  }
   {
-    const QSignalBlocker quiet(method_);
+    const QSignalBlocker quiet(method_), quietToo(recipe_);
     method_->setCurrentIndex(state_->PhaseSensitive() ? 0 : 1);
+    recipe_->setCurrentIndex(byHand ? 1 : 0);
   }
   panel_->update();
 }

@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 #include "document/ft_window.h"
 #include "gui/step_label.h"
@@ -83,6 +84,8 @@ class FtDialog final : public QDialog {
   QPushButton* useLp_ = nullptr;
   QLabel* size_[2] = {};
   QComboBox* method_ = nullptr;
+  QComboBox* recipe_ = nullptr;
+  std::vector<QObject*> byHand_;  // controls with no effect while the vendor's recipe is followed
 };
 
 }  // namespace velk::gui

@@ -7,6 +7,7 @@
 #include "platform/progress.h"
 #include "processing/messages.h"
 #include "processing/transforms.h"
+#include "support/corpus.h"
 #include "support/scripted_prompt.h"
 #include "support/temp_folder.h"
 #include "../processing/synthetic.h"
@@ -208,6 +209,29 @@ TEST_F(FtWindowTest, MethodShiftAndCorrectionsReachTheRecipe) {
   for (std::int32_t i = from; i < n; ++i) tail += s.RR.at(i, 0);
   EXPECT_NEAR(tail / (n - from), 0.0, 1e-3);
   EXPECT_TRUE(w.settings().fidBaseline);
+}
+
+// The cyclosporin HSQC carries the spectrometer's recipe: the window follows it until the
+// program's is chosen, and the preview's ppm scale spans the proton shifts of the sample.
+TEST(FtWindowRecipe, TheVendorsRecipeOrTheProgramsOnTheHsqc) {
+  test::ScriptedPrompt prompt;
+  ReadResult read = ReadDataSet(test::CorpusPath("bruker/cyclosporin_hsqc/3/ser").string(), prompt);
+  ASSERT_TRUE(read.outcome.ok());
+  Document doc = std::move(*read.document);
+  FtWindow w(doc);
+  ASSERT_TRUE(w.HasVendorRecipe());
+  EXPECT_TRUE(w.FollowsVendor());
+  ASSERT_TRUE(w.SetRecipeSource(processing::RecipeSource::kProgram).ok());
+  EXPECT_FALSE(w.FollowsVendor());
+  EXPECT_EQ(w.Extension(model::F2), 1);
+  EXPECT_EQ(doc.spectrum.RR.stride, w.Columns());  // the planes back at the size as read
+  const auto n = static_cast<double>(w.preview().specRe.size());
+  // About 10 ppm at the high end and -1 ppm at the low end of the proton window.
+  EXPECT_NEAR(w.PpmOf(n - 1), 10.0, 1.0);
+  EXPECT_NEAR(w.PpmOf(0), -0.5, 1.0);
+  ASSERT_TRUE(w.SetRecipeSource(processing::RecipeSource::kVendorWhenPresent).ok());
+  EXPECT_TRUE(w.FollowsVendor());
+  EXPECT_GT(w.Extension(model::F1), 1);  // the stored recipe zero-fills F1
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // velk2d-screenshots OUTDIR COSY [HSQC [HSQC_FID]]: renders the main window and its dialogs on real data into
 // OUTDIR/*.png for a person to look at. scripts/screenshots runs it on the offscreen platform.
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QAbstractButton>
 #include <QMessageBox>
@@ -124,8 +125,9 @@ int main(int argc, char** argv) {
       ok &= Save(*dialog, out + "/" + name + ".png");
       dialog->reject();
     }
-    // Forward prediction doubles F2 and backward prediction recalculates its first points, on
-    // the row shown.
+    // The program's recipe instead of the vendor's: forward prediction doubles F2 and backward
+    // prediction recalculates its first points, on the row shown.
+    ft->findChild<QComboBox*>("recipe")->setCurrentIndex(1);
     ft->findChild<QPushButton*>("F2 LP Fill")->click();
     ft->findChild<QPushButton*>("F2 LP Back")->click();
     ok &= Save(*ft, out + "/ft-hsqc-f2-prediction.png");
