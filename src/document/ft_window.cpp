@@ -83,7 +83,11 @@ void FtWindow::Refresh() {
   p.fidIm.assign(p.fidRe.size(), 0.0f);
   // The F2 view shows a row of (RR, IR); the F1 view a column of the F1 pair: (RR, RI) in the
   // phase-sensitive classes, (RR, IR) in the absolute ones.
-  if (view_ == F2) {
+  if (view_ == F2 && reference_) {
+    const auto points = std::min<std::size_t>(p.fidRe.size(), reference_->re.size());
+    std::copy_n(reference_->re.begin(), points, p.fidRe.begin());
+    std::copy_n(reference_->im.begin(), points, p.fidIm.begin());
+  } else if (view_ == F2) {
     const std::int32_t points = std::min(n, s.RR.stride);
     if (row_ < s.RR.rows)
       for (std::int32_t i = 0; i < points; ++i) {
@@ -245,6 +249,16 @@ void FtWindow::Predict() {
 platform::Outcome FtWindow::SetRecipeSource(processing::RecipeSource source) {
   settings_ = DefaultSettingsOf(document_, source);
   return Resized(processing::Resize(document_.spectrum, settings_));
+}
+
+std::int32_t FtWindow::WorkingLength() const {
+  return std::max(processing::CurrentSize(settings_.axis[F1]), processing::CurrentSize(settings_.axis[F2]));
+}
+
+void FtWindow::SetPhaseReference(PhaseReference reference) {
+  reference_ = std::move(reference);
+  yMultiplier_ = 1.0f;
+  ShowF2();
 }
 
 void FtWindow::SetPhaseSensitive(bool on) {

@@ -4,9 +4,11 @@
 // trace (the FID, the window curve, and its transform with the window, zero fill and phase).
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <vector>
 
 #include "document/document.h"
+#include "document/phase_reference.h"
 #include "document/transform.h"
 #include "processing/sequence.h"
 #include "processing/trace_transform.h"
@@ -97,6 +99,13 @@ class FtWindow {
   bool FollowsVendor() const { return settings_.vendor.has_value(); }
   platform::Outcome SetRecipeSource(processing::RecipeSource source);
 
+  // "Read Phase Correction Data(DQF)": from now on the F2 view shows the reference FID in place
+  // of the row (zero past its end); the phases set on it hold for the transform. It may not be
+  // longer than the working line length, the larger of the two axes' current sizes.
+  std::int32_t WorkingLength() const;
+  void SetPhaseReference(PhaseReference reference);
+  bool HasPhaseReference() const { return reference_.has_value(); }
+
   // "PHA" (phase sensitive) or "ABS" (absolute value): the class of the same experiment processed
   // the other way; the F1 phases start again from those of the class.
   void SetPhaseSensitive(bool on);
@@ -142,6 +151,7 @@ class FtWindow {
   float yMultiplier_ = 1.0f, yLevel_ = 0.0f;
   std::int32_t fidShown_ = 0;
   FtPreview preview_;
+  std::optional<PhaseReference> reference_;
   // The transform turned by the first-order part alone, for the phase 1 and pivot it was made
   // with: a step of phase 0 then costs one multiplication per point.
   std::vector<float> rampRe_, rampIm_;

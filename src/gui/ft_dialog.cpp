@@ -61,7 +61,9 @@ FtDialog::FtDialog(document::Document& d, std::filesystem::path workFile, platfo
   setWindowModality(Qt::WindowModal);
   auto* layout = new QVBoxLayout(this);
   auto* menus = new QMenuBar(this);
-  menus->addMenu("File")->addAction("Close (Discard Present Data)", this, &QDialog::close);
+  QMenu* file = menus->addMenu("File");
+  byHand_.push_back(file->addAction("Read Phase Correction Data(DQF)", this, &FtDialog::ReadPhaseReference));
+  file->addAction("Close (Discard Present Data)", this, &QDialog::close);
   QMenu* fft = menus->addMenu("FFT");
   fft->addAction("Execute 2D-FFT(No LP)", this, &FtDialog::Execute);
   byHand_.push_back(fft->addAction("Execute 2D-FFT with Linear Prediction", this, &FtDialog::ExecuteWithPrediction));
@@ -248,6 +250,16 @@ QWidget* FtDialog::BuildAxisSize(model::Axis a) {
   return box;
 }
 
+void FtDialog::ReadPhaseReference() {
+  const int format = model::FormatOf(state_->document().words.dataTypeCode);
+  std::optional<document::PhaseReference> reference =
+      document::AskPhaseReference(prompt_, format, state_->WorkingLength());
+  if (!reference) return;
+  state_->SetPhaseReference(std::move(*reference));
+  ySpan_->setText("1.0");
+  Redraw();
+}
+
 void FtDialog::Said(const platform::Outcome& out) {
   if (!out.ok() && !out.message.empty()) prompt_.Ask(out.message);
 }
@@ -333,7 +345,7 @@ WindowDialog* FtDialog::EditWindow() {
 void FtDialog::Redraw() {
   const bool f2 = state_->view() == model::F2;
   where_->setText(QString("%1 view\nRow %2 / %3   Colm %4 / %5")
-                      .arg(f2 ? "F2" : "F1")
+                      .arg(f2 ? (state_->HasPhaseReference() ? "F2 (phase data)" : "F2") : "F1")
                       .arg(state_->row() + 1)
                       .arg(state_->Rows())
                       .arg(state_->column() + 1)

@@ -44,6 +44,8 @@ class FtDialog final : public QDialog {
   QDialog* SetUpPrediction(bool goFft = false);
   QDialog* SetUpCorrections();
   QDialog* ShiftFid();
+  // "Read Phase Correction Data(DQF)".
+  void ReadPhaseReference();
 
  signals:
   // The tag of the end: "OK" after the transform, "CANCEL" when the FID stays raw.

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "document/ft_window.h"
+#include "document/phase_reference.h"
 #include "document/read_data_set.h"
 #include "platform/progress.h"
 #include "processing/messages.h"
@@ -232,6 +233,45 @@ TEST(FtWindowRecipe, TheVendorsRecipeOrTheProgramsOnTheHsqc) {
   ASSERT_TRUE(w.SetRecipeSource(processing::RecipeSource::kVendorWhenPresent).ok());
   EXPECT_TRUE(w.FollowsVendor());
   EXPECT_GT(w.Extension(model::F1), 1);  // the stored recipe zero-fills F1
+}
+
+// A 1D FID read for its phase: a 2D file is refused, so is one longer than the working line, and
+// Retry opens the file dialog again; the F2 view then shows the reference in place of the row.
+TEST_F(FtWindowTest, PhaseDataComeFromA1DFidAndTakeThePlaceOfTheRow) {
+  const std::string oneD = test::CorpusPath("bruker/cyclosporin_1h/1/fid").string();
+  const std::string twoD = std::string(VELK_SOURCE_DIR) + "/examples/cosy/ser";
+  test::ScriptedPrompt prompt;
+  EXPECT_FALSE(ReadPhaseReference(twoD, prompt, 1 << 20));
+  const auto whole = ReadPhaseReference(oneD, prompt, 1 << 20);
+  ASSERT_TRUE(whole);
+  const auto points = static_cast<std::int32_t>(whole->re.size());
+  EXPECT_FALSE(ReadPhaseReference(oneD, prompt, points - 1));
+
+  // The proton FID is longer than the COSY's rows: after the 2D file, it is refused too.
+  FtWindow w(doc);
+  ASSERT_LT(w.WorkingLength(), points);
+  prompt.files = {twoD, oneD};
+  prompt.answers = {platform::Answer::Retry, platform::Answer::Cancel};
+  prompt.shown.clear();
+  EXPECT_FALSE(AskPhaseReference(prompt, model::FormatOf(doc.words.dataTypeCode), w.WorkingLength()));
+  ASSERT_EQ(prompt.shown.size(), 4u);  // file dialog, refusal, file dialog, refusal
+  EXPECT_EQ(prompt.shown[1].text, NotPhaseData().text);
+  EXPECT_EQ(prompt.shown[3].buttons, platform::Buttons::RetryCancel);
+  EXPECT_EQ(PhaseReferenceFilters(model::kAlice).front().label, "Alice Type(*.als)");
+  EXPECT_EQ(PhaseReferenceFilters(model::kBruker).front().label, "All File");
+
+  PhaseReference part = *whole;
+  part.re.resize(static_cast<std::size_t>(w.Columns() / 2));
+  part.im.resize(part.re.size());
+  w.ShowF1();
+  w.SetYSpan(3);
+  w.SetPhaseReference(part);
+  EXPECT_EQ(w.view(), model::F2);
+  EXPECT_FLOAT_EQ(w.ySpan(), 1.0f);
+  const FtPreview& p = w.preview();
+  ASSERT_EQ(p.fidRe.size(), 2 * part.re.size());
+  for (std::size_t i : {std::size_t{0}, part.re.size() - 1}) EXPECT_EQ(p.fidRe[i], part.re[i]);
+  EXPECT_EQ(p.fidRe[part.re.size()], 0.0f);  // zero past the reference
 }
 
 }  // namespace
