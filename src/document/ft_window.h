@@ -137,6 +137,7 @@ class FtWindow {
   processing::SequenceSettings& settings() { return settings_; }
   const processing::SequenceSettings& settings() const { return settings_; }
   Document& document() { return document_; }
+  const Document& document() const { return document_; }
 
  private:
   processing::AxisProcessing& Axis() { return settings_.axis[view_]; }

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QColorDialog>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QGridLayout>
@@ -18,6 +19,7 @@
 #include <functional>
 
 #include "gui/corrections_dialog.h"
+#include "gui/fid_image_panel.h"
 #include "gui/fid_shift_dialog.h"
 #include "gui/lp_dialog.h"
 #include "gui/trace_panel.h"
@@ -64,6 +66,16 @@ FtDialog::FtDialog(document::Document& d, std::filesystem::path workFile, platfo
   QMenu* file = menus->addMenu("File");
   byHand_.push_back(file->addAction("Read Phase Correction Data(DQF)", this, &FtDialog::ReadPhaseReference));
   file->addAction("Close (Discard Present Data)", this, &QDialog::close);
+  QMenu* display = menus->addMenu("Display");
+  for (model::Axis a : {model::F2, model::F1}) {
+    showImage_[a] = display->addAction(a == model::F2 ? "Display Image Data (F2)" : "Display Image Data (F1)");
+    showImage_[a]->setCheckable(true);
+    connect(showImage_[a], &QAction::toggled, this, &FtDialog::Redraw);
+  }
+  display->addAction("Change Color", this, [this] {
+    const QColor chosen = QColorDialog::getColor(image_->color(), this, "Change Color");
+    if (chosen.isValid()) image_->SetColor(chosen);
+  });
   QMenu* fft = menus->addMenu("FFT");
   fft->addAction("Execute 2D-FFT(No LP)", this, &FtDialog::Execute);
   byHand_.push_back(fft->addAction("Execute 2D-FFT with Linear Prediction", this, &FtDialog::ExecuteWithPrediction));
@@ -107,7 +119,12 @@ FtDialog::FtDialog(document::Document& d, std::filesystem::path workFile, platfo
     state_->SetPivot(point);
     Redraw();
   });
-  layout->addWidget(panel_, 1);
+  image_ = new FidImagePanel(*state_, this);
+  image_->setVisible(false);
+  auto* pictures = new QHBoxLayout;
+  pictures->addWidget(panel_, 3);
+  pictures->addWidget(image_, 1);
+  layout->addLayout(pictures, 1);
 
   auto* phases = new QWidget(this);
   auto* phaseLayout = new QVBoxLayout(phases);
@@ -323,7 +340,10 @@ QDialog* FtDialog::SetUpPrediction(bool goFft) {
 QDialog* FtDialog::SetUpCorrections() {
   auto* dialog = new CorrectionsDialog(*state_, this);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
-  connect(dialog, &QDialog::accepted, this, &FtDialog::Redraw);
+  connect(dialog, &QDialog::accepted, this, [this] {
+    image_->Invalidate();  // the baseline may have been subtracted in place
+    Redraw();
+  });
   dialog->open();
   return dialog;
 }
@@ -370,6 +390,8 @@ void FtDialog::Redraw() {
     method_->setCurrentIndex(state_->PhaseSensitive() ? 0 : 1);
     recipe_->setCurrentIndex(byHand ? 1 : 0);
   }
+  image_->setVisible(showImage_[state_->view()]->isChecked());
+  image_->update();
   panel_->update();
 }
 

@@ -12,6 +12,7 @@
 #include "gui/worker.h"
 #include "platform/prompt.h"
 
+class QAction;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -21,6 +22,7 @@ class QScrollBar;
 
 namespace velk::gui {
 
+class FidImagePanel;
 class TracePanel;
 class WindowDialog;
 
@@ -74,6 +76,8 @@ class FtDialog final : public QDialog {
   Worker worker_;
   bool done_ = false;
   TracePanel* panel_ = nullptr;
+  FidImagePanel* image_ = nullptr;
+  QAction* showImage_[2] = {};  // "Display Image Data (F1)", "(F2)", by model::Axis
   QLabel* where_ = nullptr;
   QScrollBar* phaseBar_[2] = {};
   QLineEdit* phaseEdit_[2] = {};

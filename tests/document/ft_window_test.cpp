@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "document/ft_window.h"
+#include "document/fid_image.h"
 #include "document/phase_reference.h"
 #include "document/read_data_set.h"
 #include "platform/progress.h"
@@ -272,6 +273,25 @@ TEST_F(FtWindowTest, PhaseDataComeFromA1DFidAndTakeThePlaceOfTheRow) {
   ASSERT_EQ(p.fidRe.size(), 2 * part.re.size());
   for (std::size_t i : {std::size_t{0}, part.re.size() - 1}) EXPECT_EQ(p.fidRe[i], part.re[i]);
   EXPECT_EQ(p.fidRe[part.re.size()], 0.0f);  // zero past the reference
+}
+
+// The picture of the matrix: each cell takes the largest modulus of its points, on a square-root
+// scale; rows and points past the data are not drawn.
+TEST(FidImage, CellsKeepTheLargestModulusOfTheirPoints) {
+  model::Spectrum2D s;
+  s.RR = test::MakePlane(8, 4);
+  s.IR = test::MakePlane(8, 4);
+  s.RR.at(5, 2) = 3;
+  s.IR.at(5, 2) = 4;   // modulus 5: the brightest cell
+  s.RR.at(0, 0) = 1.25f;  // a quarter of it: half the level on the square-root scale
+  s.RR.at(7, 3) = 100;    // past the data points: left out
+  const FidImage image = MakeFidImage(s, 6, 3, 3, 10);
+  ASSERT_EQ(image.width, 3);
+  ASSERT_EQ(image.height, 3);  // no more cells than rows
+  EXPECT_EQ(image.level[2 * 3 + 2], 255);  // point 5 of row 2 lies in cell (2, 2)
+  EXPECT_EQ(image.level[0], 128);
+  EXPECT_EQ(image.level[1 * 3 + 1], 0);
+  EXPECT_TRUE(MakeFidImage(s, 0, 3, 3, 3).level.empty());
 }
 
 }  // namespace

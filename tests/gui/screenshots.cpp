@@ -1,5 +1,6 @@
 // velk2d-screenshots OUTDIR COSY [HSQC [HSQC_FID]]: renders the main window and its dialogs on real data into
 // OUTDIR/*.png for a person to look at. scripts/screenshots runs it on the offscreen platform.
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
@@ -110,6 +111,8 @@ int main(int argc, char** argv) {
     ft->resize(1100, 720);
     document::FtWindow& state = ft->State();
     state.StepRow(+4);
+    for (QAction* a : ft->findChildren<QAction*>())
+      if (a->text().startsWith("Display Image Data")) a->setChecked(true);
     ft->findChild<QPushButton*>("F2")->click();
     ok &= Save(*ft, out + "/ft-hsqc-f2.png");
     QWidget* editor = ft->EditWindow();
