@@ -10,6 +10,7 @@
 #include "document/document.h"
 #include "document/phase_reference.h"
 #include "document/transform.h"
+#include "processing/ft_controls.h"
 #include "processing/sequence.h"
 #include "processing/trace_transform.h"
 #include "processing/window.h"
@@ -136,6 +137,7 @@ class FtWindow {
   const FtPreview& preview() const { return preview_; }
   processing::SequenceSettings& settings() { return settings_; }
   const processing::SequenceSettings& settings() const { return settings_; }
+  processing::WindowExpressions& expressions() { return expressions_; }
   Document& document() { return document_; }
   const Document& document() const { return document_; }
 
@@ -153,6 +155,7 @@ class FtWindow {
   std::int32_t fidShown_ = 0;
   FtPreview preview_;
   std::optional<PhaseReference> reference_;
+  processing::WindowExpressions expressions_ = processing::DefaultWindowExpressions();
   // The transform turned by the first-order part alone, for the phase 1 and pivot it was made
   // with: a step of phase 0 then costs one multiplication per point.
   std::vector<float> rampRe_, rampIm_;

@@ -4,6 +4,8 @@
 // fields with an editor that can put back what it was given.
 #include <array>
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 #include "processing/window.h"
 
@@ -49,6 +51,17 @@ float ClampCorner(const std::array<float, 4>& T, int corner, float value);
 // The start of a bell (at least -100, below the end) and its end (at most 200, above the start).
 float ClampStart(float value, float end);
 float ClampEnd(float value, float start);
+
+// The formula text of each window type, shown in the window editor and kept as the window's
+// description: the initial wording and the current one the user may have edited.
+struct WindowExpressions {
+  std::array<std::string, 5> initial, current;  // by window type
+};
+WindowExpressions DefaultWindowExpressions();
+// "Set Initial Expression" of a type; a type outside 0 .. 4 changes nothing.
+void SetInitialExpression(WindowExpressions& e, int type);
+// The title the expression editor carries for a type.
+std::string_view ExpressionTitle(int type);
 
 // The fields of the window editor.
 enum class WindowField { Broadening, Start, End, GaussPeak, GaussFactor, GaussBroadening, T1, T2, T3, T4 };
