@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "document/ft_settings.h"
 #include "document/transform.h"
 #include "processing/fid_corrections.h"
 #include "processing/ft_controls.h"
@@ -246,8 +247,20 @@ void FtWindow::Predict() {
     p.prediction = processing::LpBackwardTrace(p.fidRe.data(), p.fidIm.data(), a.lp, measured);
 }
 
+void FtWindow::UseSettings(const core::Settings& from) {
+  LoadFtSettings(from, settings_, expressions_);
+  Refresh();
+}
+
+void FtWindow::KeepSettings(core::Settings& to) const { StoreFtSettings(settings_, to); }
+
 platform::Outcome FtWindow::SetRecipeSource(processing::RecipeSource source) {
+  const processing::SequenceSettings before = settings_;
   settings_ = DefaultSettingsOf(document_, source);
+  // What the user keeps from run to run stays.
+  for (model::Axis a : {F1, F2}) settings_.axis[a].lp = before.axis[a].lp;
+  settings_.t1Noise = before.t1Noise;
+  settings_.t1Factor = before.t1Factor;
   return Resized(processing::Resize(document_.spectrum, settings_));
 }
 

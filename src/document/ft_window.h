@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "core/settings.h"
 #include "document/document.h"
 #include "document/phase_reference.h"
 #include "document/transform.h"
@@ -93,6 +94,11 @@ class FtWindow {
   bool BackPredicted(model::Axis a) const { return settings_.axis[a].lp.BackwardOn != 0; }
   // "Execute 2D-FFT(Use LP)" is open once a prediction was asked for.
   bool PredictionAsked() const;
+
+  // The values the 2D settings keep: read when the window opens, written back when the user has
+  // set them (prediction, corrections).
+  void UseSettings(const core::Settings& from);
+  void KeepSettings(core::Settings& to) const;
 
   // The recipe: the processing the spectrometer stored beside the data, or the program's, which
   // this window shapes by hand. A change starts afresh from the default of that source.

@@ -151,6 +151,12 @@ FtDialog::FtDialog(document::Document& d, std::filesystem::path workFile, platfo
 
 FtDialog::~FtDialog() { worker_.Stop(); }
 
+void FtDialog::UseSettings(core::Settings& settings) {
+  kept_ = &settings;
+  state_->UseSettings(settings);
+  Redraw();
+}
+
 QWidget* FtDialog::BuildSteps() {
   auto* box = new QWidget(controls_);
   auto* grid = new QGridLayout(box);
@@ -329,6 +335,7 @@ QDialog* FtDialog::SetUpPrediction(bool goFft) {
                               prompt_, this);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   connect(dialog, &QDialog::accepted, this, [this, goFft] {
+    if (kept_) state_->KeepSettings(*kept_);
     state_->Refresh();
     Redraw();
     if (goFft) Run(true);
@@ -341,6 +348,7 @@ QDialog* FtDialog::SetUpCorrections() {
   auto* dialog = new CorrectionsDialog(*state_, this);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   connect(dialog, &QDialog::accepted, this, [this] {
+    if (kept_) state_->KeepSettings(*kept_);
     image_->Invalidate();  // the baseline may have been subtracted in place
     Redraw();
   });

@@ -35,6 +35,9 @@ class FtDialog final : public QDialog {
   ~FtDialog() override;
 
   document::FtWindow& State() { return *state_; }
+  // The 2D settings: the window starts from the prediction and correction values they keep, and
+  // writes back what the user sets.
+  void UseSettings(core::Settings& settings);
   bool Running() const { return worker_.Busy(); }
   // "Execute 2D-FFT(No LP)".
   void Execute();
@@ -91,6 +94,7 @@ class FtDialog final : public QDialog {
   QLabel* size_[2] = {};
   QComboBox* method_ = nullptr;
   QComboBox* recipe_ = nullptr;
+  core::Settings* kept_ = nullptr;
   std::vector<QObject*> byHand_;  // controls with no effect while the vendor's recipe is followed
 };
 

@@ -4,6 +4,7 @@
 
 #include "document/ft_window.h"
 #include "document/fid_image.h"
+#include "document/ft_settings.h"
 #include "document/phase_reference.h"
 #include "document/read_data_set.h"
 #include "platform/progress.h"
@@ -292,6 +293,33 @@ TEST(FidImage, CellsKeepTheLargestModulusOfTheirPoints) {
   EXPECT_EQ(image.level[0], 128);
   EXPECT_EQ(image.level[1 * 3 + 1], 0);
   EXPECT_TRUE(MakeFidImage(s, 0, 3, 3, 3).level.empty());
+}
+
+// The prediction and correction values come from the 2D settings (F1 under the keys ending in 1)
+// and go back to them; a value the file does not hold leaves the program's own.
+TEST(FtSettings, PredictionAndCorrectionValuesRoundTripThroughThe2DSettings) {
+  core::Settings kept = core::DefaultSettings(core::Schema2D());
+  core::SetNumber(kept, "LP ORDER 1", 24);
+  core::SetNumber(kept, "LP POINT 2", 0);
+  core::SetNumber(kept, "LP EX CHECK 2", 1);
+  core::Set(kept, "FUNCTION GAUSS", "my Gauss");
+  processing::SequenceSettings settings;
+  processing::WindowExpressions words = processing::DefaultWindowExpressions();
+  LoadFtSettings(kept, settings, words);
+  EXPECT_EQ(settings.axis[model::F1].lp.Order, 24);
+  EXPECT_EQ(settings.axis[model::F2].lp.Order, 40);
+  EXPECT_EQ(settings.axis[model::F2].lp.Points, processing::LpSetting{}.Points);
+  EXPECT_EQ(settings.axis[model::F2].lp.StabilityCheck, 1);
+  EXPECT_FLOAT_EQ(settings.t1Factor, 0.5f);
+  EXPECT_EQ(words.initial[processing::kGaussian], "my Gauss");
+  EXPECT_EQ(words.current[processing::kGaussian], "my Gauss");
+
+  settings.axis[model::F2].lp.BackPoints = 7;
+  settings.t1Noise = true;
+  StoreFtSettings(settings, kept);
+  EXPECT_EQ(core::Number(kept, "LP BACKWARD 2"), 7);
+  EXPECT_EQ(core::Number(kept, "LP ORDER 1"), 24);
+  EXPECT_EQ(core::Number(kept, "FIST POINT COR 1"), 1);
 }
 
 }  // namespace
