@@ -124,6 +124,7 @@ void FtWindow::Refresh() {
     v.formatNumber = settings_.formatNumber;
     v.brukerData = settings_.brukerData;
     v.f1SingleAd = settings_.axis[F1].singleAd;
+    v.f1Inverse = settings_.f1Inverse;
     v.yMultiplier = yMultiplier_;
     p.scale = processing::TransformTrace(p.specRe.data(), p.specIm.data(), p.window, v);
   }
