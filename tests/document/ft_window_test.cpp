@@ -235,6 +235,32 @@ TEST(FtWindowRecipe, TheVendorsRecipeOrTheProgramsOnTheHsqc) {
   ASSERT_TRUE(w.SetRecipeSource(processing::RecipeSource::kVendorWhenPresent).ok());
   EXPECT_TRUE(w.FollowsVendor());
   EXPECT_GT(w.Extension(model::F1), 1);  // the stored recipe zero-fills F1
+
+  // The F1 view shows a column's strongest carbon where the transformed spectrum has signal, not
+  // at its mirror image about the carrier.
+  ASSERT_TRUE(w.SetRecipeSource(processing::RecipeSource::kProgram).ok());
+  w.StepColumn(70);
+  w.ShowF1();
+  const FtPreview& p = w.preview();
+  std::size_t top = 0;
+  for (std::size_t i = 0; i < p.specRe.size(); ++i)
+    if (std::hypot(p.specRe[i], p.specIm[i]) > std::hypot(p.specRe[top], p.specIm[top])) top = i;
+  const double shown = w.PpmOf(static_cast<double>(top)), mirror = w.PpmOf(static_cast<double>(p.specRe.size() - top));
+  test::TempFolder folder;
+  platform::NoProgress progress;
+  ASSERT_TRUE(w.Execute(progress, folder / "fid.wkf").outcome.ok());
+  const model::Spectrum2D& s = doc.spectrum;
+  const auto projection = [&](double ppm) {  // the largest |RR| of the F1 row nearest the shift
+    std::int32_t row = 0;
+    for (std::int32_t r = 0; r < s.axis[model::F1].Point; ++r)
+      if (std::abs(s.ppmF1[r] - ppm) < std::abs(s.ppmF1[row] - ppm)) row = r;
+    float largest = 0;
+    for (std::int32_t c = 0; c < s.axis[model::F2].Point; ++c) largest = std::max(largest, std::abs(s.RR.at(c, row)));
+    return largest;
+  };
+  EXPECT_GT(shown, 5.0);
+  EXPECT_LT(shown, 80.0);
+  EXPECT_GT(projection(shown), 4 * projection(mirror)) << shown << " ppm against " << mirror;
 }
 
 // A 1D FID read for its phase: a 2D file is refused, so is one longer than the working line, and
