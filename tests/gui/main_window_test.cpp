@@ -1,6 +1,7 @@
 // The main window driven as a person uses it, on the offscreen platform: open spectra of several
 // makers, read the title, the axes and the level bar, move the levels, draw a rubber band, put a
 // slice cursor on a peak, and close with the question about changed data.
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -360,6 +361,27 @@ class MainWindowTest : public QObject {
     ft->ExecuteWithPrediction();  // the menu's "Execute 2D-FFT with Linear Prediction"
     QCOMPARE(unasked.title, QString("LP Setting Error"));
     QCOMPARE(unasked.text, QString("Set LP Fills or LP_Back for Row and/or Column"));
+
+    // The FID shift steps a point a click and "Cancel" puts it back; the corrections take a
+    // factor that is not a number as 0.
+    const std::int32_t shift = state.FidShift();
+    QDialog* shifting = ft->ShiftFid();
+    QTest::mouseClick(shifting->findChild<QLabel*>("Right"), Qt::LeftButton);
+    QTest::mouseClick(shifting->findChild<QLabel*>("Right"), Qt::LeftButton);
+    QCOMPARE(state.FidShift(), shift + 2);
+    QCOMPARE(shifting->findChild<QLineEdit*>("shift")->text(), QString::number(shift + 2));
+    shifting->reject();
+    QCOMPARE(state.FidShift(), shift);
+    QDialog* corrections = ft->SetUpCorrections();
+    QCOMPARE(corrections->windowTitle(), QString("Set up Corrections on FFT"));
+    QVERIFY(corrections->findChild<QWidget*>("Bruker Correction")->isVisibleTo(corrections));  // a Bruker FID
+    for (QCheckBox* box : corrections->findChildren<QCheckBox*>())
+      if (box->text() == "t1 noise reduction") box->setChecked(true);
+    corrections->findChild<QLineEdit*>("Multiple for First Row")->setText("half");
+    for (QPushButton* b : corrections->findChildren<QPushButton*>())
+      if (b->text() == "OK") b->click();
+    QVERIFY(state.CurrentCorrections().t1Noise);
+    QCOMPARE(state.CurrentCorrections().t1Factor, 0.0f);
 
     state.StepColumn(100);
     ft->findChild<QPushButton*>("F1")->click();
