@@ -12,6 +12,7 @@
 #include "formats/registry.h"
 #include "model/spectrum.h"
 #include "model/type_detector.h"
+#include "operations/phase_tool.h"
 
 namespace velk::document {
 
@@ -33,6 +34,8 @@ struct Document {
   display::ContourSetting contour;
   display::GridSetting grid;
   UndoStack undo;
+  // The phases each axis of the phase correction opens with: those the FT window transformed with.
+  operations::PhaseMemory phases;
 };
 
 inline int DimensionOf(const Document& d) { return model::Dimension(d.words.dataTypeCode); }

@@ -5,12 +5,15 @@
 #include <QDialog>
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 #include "document/ft_window.h"
 #include "gui/step_label.h"
 #include "gui/worker.h"
 #include "platform/prompt.h"
 
+class QAction;
+class QComboBox;
 class QLabel;
 class QLineEdit;
 class QProgressBar;
@@ -19,6 +22,7 @@ class QScrollBar;
 
 namespace velk::gui {
 
+class FidImagePanel;
 class TracePanel;
 class WindowDialog;
 
@@ -31,11 +35,22 @@ class FtDialog final : public QDialog {
   ~FtDialog() override;
 
   document::FtWindow& State() { return *state_; }
+  // The 2D settings: the window starts from the prediction and correction values they keep, and
+  // writes back what the user sets.
+  void UseSettings(core::Settings& settings);
   bool Running() const { return worker_.Busy(); }
   // "Execute 2D-FFT(No LP)".
   void Execute();
+  // "Execute 2D-FFT(Use LP)": the set-up of the prediction first ("FFT LP Parameter Set").
+  void ExecuteWithPrediction();
   // "Set Window Function" for the axis shown; the editor is open when this returns.
   WindowDialog* EditWindow();
+  // "LP Parameter Set Up", "Set up Corrections on FFT" and "FID Shift": open when these return.
+  QDialog* SetUpPrediction(bool goFft = false);
+  QDialog* SetUpCorrections();
+  QDialog* ShiftFid();
+  // "Read Phase Correction Data(DQF)".
+  void ReadPhaseReference();
 
  signals:
   // The tag of the end: "OK" after the transform, "CANCEL" when the FID stays raw.
@@ -48,6 +63,11 @@ class FtDialog final : public QDialog {
  private:
   QWidget* BuildPhase(bool first);
   QWidget* BuildSteps();
+  QWidget* BuildSizes();
+  QWidget* BuildAxisSize(model::Axis a);
+  void Run(bool withPrediction);
+  // Shows what a command of the window had to say, if anything.
+  void Said(const platform::Outcome& out);
   void Redraw();
   void ShowPhases();
   void SetRunning(bool running);
@@ -59,6 +79,8 @@ class FtDialog final : public QDialog {
   Worker worker_;
   bool done_ = false;
   TracePanel* panel_ = nullptr;
+  FidImagePanel* image_ = nullptr;
+  QAction* showImage_[2] = {};  // "Display Image Data (F1)", "(F2)", by model::Axis
   QLabel* where_ = nullptr;
   QScrollBar* phaseBar_[2] = {};
   QLineEdit* phaseEdit_[2] = {};
@@ -68,6 +90,12 @@ class FtDialog final : public QDialog {
   QProgressBar* progress_ = nullptr;
   QLabel* caption_ = nullptr;
   QPushButton* quit_ = nullptr;
+  QPushButton* useLp_ = nullptr;
+  QLabel* size_[2] = {};
+  QComboBox* method_ = nullptr;
+  QComboBox* recipe_ = nullptr;
+  core::Settings* kept_ = nullptr;
+  std::vector<QObject*> byHand_;  // controls with no effect while the vendor's recipe is followed
 };
 
 }  // namespace velk::gui

@@ -33,6 +33,7 @@ void StepLabel::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   setFrameShadow(QFrame::Sunken);
   timer_.start();
+  emit pressed();
   emit stepped(held_.Press(clock_()));
 }
 

@@ -24,6 +24,8 @@ class StepLabel final : public QLabel {
   void Tick();
 
  signals:
+  // A press begins (before its first step), for controls whose rule depends on where it began.
+  void pressed();
   void stepped(int count);
 
  protected:

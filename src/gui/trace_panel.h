@@ -1,6 +1,6 @@
 #pragma once
 // The picture of the FT window: the FID trace on show with its window curve in the upper half and
-// its transform, phased, in the lower half.
+// its transform, phased, in the lower half, high ppm at the left over a ppm scale.
 #include <QWidget>
 
 #include "document/ft_window.h"

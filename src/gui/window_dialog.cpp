@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
@@ -17,8 +18,6 @@ namespace {
 
 using processing::WindowField;
 
-constexpr const char* kTypeLabels[] = {"Exponential", "Sine Bell", "Squared Sine Bell", "Gauss Function",
-                                       "Blackman Harris"};
 
 // The fields each window type shows, besides the trapezoid.
 bool Shown(WindowField f, int type) {
@@ -81,7 +80,7 @@ WindowDialog::WindowDialog(document::FtWindow& state, std::function<void()> chan
   auto* form = new QFormLayout;
   type_ = new QComboBox(this);
   type_->setObjectName("type");
-  for (const char* label : kTypeLabels) type_->addItem(label);
+  for (int t = 0; t < 5; ++t) type_->addItem(QString::fromUtf8(processing::ExpressionTitle(t).data()));
   type_->setCurrentIndex(std::clamp(type, 0, 4));
   form->addRow("Widow Function:", type_);
   layout->addLayout(form);
@@ -113,6 +112,26 @@ WindowDialog::WindowDialog(document::FtWindow& state, std::function<void()> chan
     Changed();
   });
   layout->addWidget(multiply_);
+
+  // The formula of the type, as the user may have reworded it.
+  expression_ = new QLabel(this);
+  expression_->setObjectName("expression");
+  expression_->setWordWrap(true);
+  expression_->setFrameShape(QFrame::StyledPanel);
+  expression_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  layout->addWidget(expression_);
+  auto* wording = new QHBoxLayout;
+  auto* initial = new QPushButton("Set Initial Expression", this);
+  auto* edit = new QPushButton("Edit Function Expression", this);
+  connect(initial, &QPushButton::clicked, this, [this] {
+    processing::SetInitialExpression(state_.expressions(), editor_.live().type);
+    ShowValues();
+  });
+  connect(edit, &QPushButton::clicked, this, &WindowDialog::EditExpression);
+  wording->addWidget(initial);
+  wording->addWidget(edit);
+  wording->addStretch();
+  layout->addLayout(wording);
 
   curve_ = new CurvePicture(state_, this);
   layout->addWidget(curve_, 1);
@@ -167,6 +186,17 @@ void WindowDialog::Type(WindowField field, const QString& text) {
   Changed();
 }
 
+void WindowDialog::EditExpression() {
+  const int type = std::clamp<int>(editor_.live().type, 0, 4);
+  bool ok = false;
+  const QString text = QInputDialog::getMultiLineText(
+      this, QString::fromUtf8(processing::ExpressionTitle(type).data()), "Function Expression",
+      QString::fromStdString(state_.expressions().current[type]), &ok);
+  if (!ok) return;
+  state_.expressions().current[type] = text.toStdString();
+  ShowValues();
+}
+
 void WindowDialog::reject() {
   editor_.Cancel();
   Changed();
@@ -193,6 +223,7 @@ void WindowDialog::ShowValues() {
     const QSignalBlocker quiet(multiply_);
     multiply_->setChecked(editor_.live().multiTrape[static_cast<std::size_t>(std::clamp(type, 0, 4))] != 0);
   }
+  expression_->setText(QString::fromStdString(state_.expressions().current[std::clamp(type, 0, 4)]));
   curve_->update();
 }
 

@@ -12,6 +12,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 
 namespace velk::gui {
@@ -24,6 +25,8 @@ class WindowDialog final : public QDialog {
 
   // Sets a field as if typed and left.
   void Type(processing::WindowField field, const QString& text);
+  // "Edit Function Expression": the formula of the type in a text editor; kept unless cancelled.
+  void EditExpression();
 
  protected:
   void reject() override;
@@ -45,6 +48,7 @@ class WindowDialog final : public QDialog {
   QComboBox* type_ = nullptr;
   QCheckBox* multiply_ = nullptr;
   QWidget* curve_ = nullptr;
+  QLabel* expression_ = nullptr;
 };
 
 }  // namespace velk::gui

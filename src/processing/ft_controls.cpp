@@ -27,6 +27,35 @@ int HeldStep::Due(std::int64_t now) {
   return static_cast<int>(steps);
 }
 
+std::int32_t StepFidShift(std::int32_t shift, int direction, std::int32_t pressStart, std::int32_t nf2) {
+  std::int32_t next = std::clamp(shift + direction, std::min(0, 1 - nf2), std::max(0, nf2 - 1));
+  if (pressStart > 0 && direction < 0) next = std::max(next, 0);
+  if (pressStart < 0 && direction > 0) next = std::min(next, 0);
+  return next;
+}
+
+WindowExpressions DefaultWindowExpressions() {
+  WindowExpressions e;
+  e.initial = {"W(t) = exp(-pi * BF * t)",
+               "W(t) = sin(pi * (t - WS) / (WE - WS)),  WS <= t <= WE",
+               "W(t) = sin^2(pi * (t - WS) / (WE - WS)),  WS <= t <= WE",
+               "W(t) = exp(pi * GBF * (t - Tp) - pi * GF^2 * (t - Tp)^2),  Tp the peak position",
+               "W(u) = 0.35875 - 0.48829 cos(2 pi u) + 0.14128 cos(4 pi u) - 0.01168 cos(6 pi u),  "
+               "u = (t - WS) / (WE - WS)"};
+  e.current = e.initial;
+  return e;
+}
+
+void SetInitialExpression(WindowExpressions& e, int type) {
+  if (type >= 0 && type < 5) e.current[type] = e.initial[type];
+}
+
+std::string_view ExpressionTitle(int type) {
+  static constexpr std::string_view kTitles[] = {"Exponential", "Sine Bell", "Squared Sine Bell", "Gauss Function",
+                                                 "Blackman Harris"};
+  return type >= 0 && type < 5 ? kTitles[type] : std::string_view{};
+}
+
 float ClampCorner(const std::array<float, 4>& T, int corner, float value) {
   switch (corner) {
     case 0: return std::max(-100.0f, std::min(value, T[1]));

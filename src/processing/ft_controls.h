@@ -4,6 +4,8 @@
 // fields with an editor that can put back what it was given.
 #include <array>
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 #include "processing/window.h"
 
@@ -38,12 +40,28 @@ class HeldStep {
   std::int64_t next_ = 0;
 };
 
+// "Shift FID Start Position Right" (+1) and "shift FID Start Position Left" (-1): one point a
+// step, within 1 - NF2 .. NF2 - 1. A held press that began on the other side of zero stops there:
+// going down from a positive shift ends at 0, and so does going up from a negative one.
+std::int32_t StepFidShift(std::int32_t shift, int direction, std::int32_t pressStart, std::int32_t nf2);
+
 // Trapezoid corners in percent (index 0..3 for T1..T4): T1 in -100 .. T2, T2 in T1 .. T3 - 10,
 // T3 in T2 + 10 .. T4, T4 in T3 .. 200, so the flat top is never narrower than 10%.
 float ClampCorner(const std::array<float, 4>& T, int corner, float value);
 // The start of a bell (at least -100, below the end) and its end (at most 200, above the start).
 float ClampStart(float value, float end);
 float ClampEnd(float value, float start);
+
+// The formula text of each window type, shown in the window editor and kept as the window's
+// description: the initial wording and the current one the user may have edited.
+struct WindowExpressions {
+  std::array<std::string, 5> initial, current;  // by window type
+};
+WindowExpressions DefaultWindowExpressions();
+// "Set Initial Expression" of a type; a type outside 0 .. 4 changes nothing.
+void SetInitialExpression(WindowExpressions& e, int type);
+// The title the expression editor carries for a type.
+std::string_view ExpressionTitle(int type);
 
 // The fields of the window editor.
 enum class WindowField { Broadening, Start, End, GaussPeak, GaussFactor, GaussBroadening, T1, T2, T3, T4 };

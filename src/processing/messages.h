@@ -25,6 +25,8 @@ inline constexpr std::string_view kOutsideData = "Start point or End point excee
 inline constexpr std::string_view kLpParameterError = "LP Parameter Error";
 inline constexpr std::string_view kFailedInvGJ = " (InvGJ)";
 inline constexpr std::string_view kFailedRoot = " (Root)";
+inline constexpr std::string_view kLpIsNotSet = "LP is not set";
+inline constexpr std::string_view kGoAnyway = "Anyway, go FT conversion?";
 
 // The FT window.
 inline constexpr std::string_view kExitWithoutFft = "Exit without FFT";

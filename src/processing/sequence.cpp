@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "processing/fid_corrections.h"
+#include "processing/lp_form.h"
 #include "processing/messages.h"
 #include "processing/sequence_stages.h"
 #include "processing/transforms.h"
@@ -199,8 +200,7 @@ SequenceResult Execute2DFft(Spectrum2D& s, SequenceSettings& settings, const Seq
 SequenceResult Execute2DFftWithLp(Spectrum2D& s, SequenceSettings& settings, const SequenceRun& run) {
   AxisProcessing& f1 = settings.axis[F1];
   AxisProcessing& f2 = settings.axis[F2];
-  if (f1.lpFactor == 1 && f2.lpFactor == 1 && !f1.lp.BackwardOn && !f2.lp.BackwardOn)
-    return Cancelled({std::string(messages::kLpSettingError), std::string(messages::kSetLpFills)});
+  if (platform::Message unasked = PredictionAsked(settings); !unasked.empty()) return Cancelled(unasked);
   const bool forward1 = f1.lpFactor >= 2 && f1.lp.ForwardOn, forward2 = f2.lpFactor >= 2 && f2.lp.ForwardOn;
   const auto problem = CheckLpSequence({&f1.lp, s.extras[F1].fidPoints, forward1}, {&f2.lp, s.extras[F2].fidPoints, forward2});
   if (!problem.empty()) return Cancelled(problem);

@@ -11,7 +11,11 @@ namespace velk::processing {
 
 bool TraceConjugate(const TraceView& v) {
   const bool bruker = model::IsBrukerFormat(v.formatNumber);
-  if (v.axis == model::F1) return model::IsHeteronuclear(v.pulseModeClass);
+  // A column takes the sign the F1 transform of the run gives it, so that the F1 view shows its
+  // peaks where the spectrum will have them.
+  if (v.axis == model::F1)
+    return v.f1SingleAd && v.brukerData ? ConjugateF1Sequential(v.pulseModeClass)
+                                        : ConjugateF1(v.pulseModeClass, v.formatNumber, v.f1Inverse);
   if (v.fidShift < 0) return !(v.brukerData && (v.pulseModeClass == model::VPH_HOMO || v.pulseModeClass == model::VPH_HETERO ||
                                                    v.pulseModeClass == model::V_HETERO));
   const bool usualClass = model::IsKnownClass(v.pulseModeClass) && v.pulseModeClass != model::VPH_HMBC;

@@ -19,6 +19,7 @@ struct TraceView {
   int formatNumber = 0;
   bool brukerData = false;
   bool f1SingleAd = false;
+  bool f1Inverse = false;
   float yMultiplier = 1.0f;  // "Y-Span"
 };
 

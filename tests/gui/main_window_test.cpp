@@ -1,6 +1,7 @@
 // The main window driven as a person uses it, on the offscreen platform: open spectra of several
 // makers, read the title, the axes and the level bar, move the levels, draw a rubber band, put a
 // slice cursor on a peak, and close with the question about changed data.
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -464,6 +465,76 @@ class MainWindowTest : public QObject {
     QVERIFY(w.FtWindow() == nullptr);
     QVERIFY(w.Picture().Shown());
     QVERIFY(w.Picture().Levels().DrawCount >= 1);
+  }
+
+  // Prediction on the example's raw COSY: refused until an axis asks for it, then "LP Fill" on F1
+  // previews the column, the set-up refuses an order above its points and the transform runs.
+  void FtWindowPredictionAsAPersonUsesIt() {
+    test::TempFolder folders;
+    gui::MainWindow w(FoldersIn(folders), "");
+    w.resize(900, 700);
+    w.show();
+    gui::FtDialog* ft = test::OpenFid(w, std::string(VELK_SOURCE_DIR) + "/examples/cosy/ser");
+    QVERIFY(ft);
+    document::FtWindow& state = ft->State();
+    auto* useLp = ft->findChild<QPushButton*>("Execute 2D-FFT(Use LP)");
+    QVERIFY(!useLp->isEnabled());
+    Answerer unasked;
+    unasked.Press("OK");
+    ft->ExecuteWithPrediction();  // the menu's "Execute 2D-FFT with Linear Prediction"
+    QCOMPARE(unasked.title, QString("LP Setting Error"));
+    QCOMPARE(unasked.text, QString("Set LP Fills or LP_Back for Row and/or Column"));
+
+    // The FID shift steps a point a click and "Cancel" puts it back; the corrections take a
+    // factor that is not a number as 0.
+    const std::int32_t shift = state.FidShift();
+    QDialog* shifting = ft->ShiftFid();
+    QTest::mouseClick(shifting->findChild<QLabel*>("Right"), Qt::LeftButton);
+    QTest::mouseClick(shifting->findChild<QLabel*>("Right"), Qt::LeftButton);
+    QCOMPARE(state.FidShift(), shift + 2);
+    QCOMPARE(shifting->findChild<QLineEdit*>("shift")->text(), QString::number(shift + 2));
+    shifting->reject();
+    QCOMPARE(state.FidShift(), shift);
+    QDialog* corrections = ft->SetUpCorrections();
+    QCOMPARE(corrections->windowTitle(), QString("Set up Corrections on FFT"));
+    QVERIFY(corrections->findChild<QWidget*>("Bruker Correction")->isVisibleTo(corrections));  // a Bruker FID
+    for (QCheckBox* box : corrections->findChildren<QCheckBox*>())
+      if (box->text() == "t1 noise reduction") box->setChecked(true);
+    corrections->findChild<QLineEdit*>("Multiple for First Row")->setText("half");
+    for (QPushButton* b : corrections->findChildren<QPushButton*>())
+      if (b->text() == "OK") b->click();
+    QVERIFY(state.CurrentCorrections().t1Noise);
+    QCOMPARE(state.CurrentCorrections().t1Factor, 0.0f);
+
+    state.StepColumn(100);
+    ft->findChild<QPushButton*>("F1")->click();
+    const int rows = state.Rows();
+    ft->findChild<QPushButton*>("F1 LP Fill")->click();
+    QCOMPARE(ft->findChild<QLabel*>("F1 size")->text(), QString("%1 (LP x2)").arg(2 * rows));
+    QCOMPARE(int(state.preview().fidRe.size()), 2 * rows);
+    QVERIFY(state.preview().fidRe[rows + 3] != 0.0f);  // predicted, not zero
+    QVERIFY(useLp->isEnabled());
+
+    useLp->click();
+    auto* setUp = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    QVERIFY(setUp);
+    QCOMPARE(setUp->windowTitle(), QString("FFT LP Parameter Set"));
+    auto* points = setUp->findChild<QLineEdit*>("F1 Points for Calculation");
+    points->setText("20");
+    emit points->editingFinished();
+    Answerer refused;
+    refused.Press("OK");
+    setUp->findChild<QPushButton*>("go")->click();
+    QCOMPARE(refused.title, QString("LP Parameter Error"));
+    QCOMPARE(refused.text, QString("Prediction Order should be less than Points for Calculation"));
+    QVERIFY(setUp->isVisible());
+    points->setText("60");
+    emit points->editingFinished();
+    setUp->findChild<QPushButton*>("go")->click();
+    QVERIFY(QTest::qWaitFor([&] { return w.FtWindow() == nullptr && !w.Opening(); }, 120000));
+    QVERIFY(WaitTraced(w));
+    QCOMPARE(w.Document().spectrum.axis[model::F1].Point, 2 * rows);
+    QCOMPARE(w.Session().document.words.pulseModeClass, int(model::V_HOMO));
   }
 };
 

@@ -1,6 +1,8 @@
 // velk2d-screenshots OUTDIR COSY [HSQC [HSQC_FID]]: renders the main window and its dialogs on real data into
 // OUTDIR/*.png for a person to look at. scripts/screenshots runs it on the offscreen platform.
+#include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QMenu>
 #include <QMenuBar>
 #include <QLineEdit>
@@ -11,6 +13,7 @@
 #include <QTimer>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 
 #include "document/write_data_set.h"
 #include "gui/main_window.h"
@@ -152,12 +155,31 @@ int main(int argc, char** argv) {
     ft->resize(1100, 720);
     document::FtWindow& state = ft->State();
     state.StepRow(+4);
+    for (QAction* a : ft->findChildren<QAction*>())
+      if (a->text().startsWith("Display Image Data")) a->setChecked(true);
     ft->findChild<QPushButton*>("F2")->click();
     ok &= Save(*ft, out + "/ft-hsqc-f2.png");
     QWidget* editor = ft->EditWindow();
     editor->resize(520, 560);
     ok &= Save(*editor, out + "/dialog-window-function.png");
     editor->close();
+    for (const auto& [open, name] : std::initializer_list<std::pair<std::function<QDialog*()>, QString>>{
+             {[ft] { return ft->SetUpPrediction(true); }, "dialog-lp-parameters"},
+             {[ft] { return ft->SetUpCorrections(); }, "dialog-corrections"},
+             {[ft] { return ft->ShiftFid(); }, "dialog-fid-shift"}}) {
+      QDialog* dialog = open();
+      dialog->adjustSize();
+      ok &= Save(*dialog, out + "/" + name + ".png");
+      dialog->reject();
+    }
+    // The program's recipe instead of the vendor's: forward prediction doubles F2 and backward
+    // prediction recalculates its first points, on the row shown.
+    ft->findChild<QComboBox*>("recipe")->setCurrentIndex(1);
+    ft->findChild<QPushButton*>("F2 LP Fill")->click();
+    ft->findChild<QPushButton*>("F2 LP Back")->click();
+    ok &= Save(*ft, out + "/ft-hsqc-f2-prediction.png");
+    ft->findChild<QPushButton*>("F2 Cancel ZeroFill")->click();
+    state.settings().axis[model::F2].lp.BackwardOn = 0;
     const auto& re = state.preview().fidRe;
     std::size_t top = 0;
     for (std::size_t i = 0; i < re.size(); ++i) if (std::abs(re[i]) > std::abs(re[top])) top = i;

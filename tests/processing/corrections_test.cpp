@@ -100,9 +100,14 @@ TEST(TransformTrace, SignRuleXTableAndYScale) {
   v.fidShift = -1;
   v.brukerData = true;
   EXPECT_FALSE(TraceConjugate(v));  // a negative shift keeps the sign of Bruker data in class 0
+  // A column takes the sign of the run's F1 transform: kept for a Bruker HSQC, negated for a
+  // Bruker magnitude COSY.
   v.axis = model::F1;
-  v.pulseModeClass = 1;
+  v.formatNumber = 4;
+  v.pulseModeClass = 3;
   EXPECT_FALSE(TraceConjugate(v));
+  v.pulseModeClass = 1;
+  EXPECT_TRUE(TraceConjugate(v));
   std::vector<float> zeros(n, 0.0f), zeros2(n, 0.0f);
   EXPECT_FLOAT_EQ(TransformTrace(zeros.data(), zeros2.data(), flat, v).yMaximum, 2 * std::sqrt(0.1f));
 }

@@ -87,5 +87,18 @@ TEST(WindowEditor, StepsClampAndCancelPutsBackTheCurveExactly) {
   EXPECT_EQ(live.BF, 3.5f);
 }
 
+TEST(WindowExpressions, EditedWordingGoesBackToTheInitialOnePerType) {
+  WindowExpressions e = DefaultWindowExpressions();
+  EXPECT_EQ(e.current, e.initial);
+  e.current[kHann] = "my own";
+  e.current[kGaussian] = "kept";
+  SetInitialExpression(e, kHann);
+  SetInitialExpression(e, 7);  // no such type
+  EXPECT_EQ(e.current[kHann], e.initial[kHann]);
+  EXPECT_EQ(e.current[kGaussian], "kept");
+  EXPECT_EQ(ExpressionTitle(kHann), "Squared Sine Bell");
+  EXPECT_TRUE(ExpressionTitle(5).empty());
+}
+
 }  // namespace
 }  // namespace velk::processing
