@@ -33,6 +33,14 @@ int FnModeOf(const fs::path& acqu2s) {
   return ParseAcquisitionFile(acqu2s, a) == 0 ? a.fnMode : model::kQuadUndefined;
 }
 
+// Why the raw set was sampled non-uniformly (the schedule beside it, or FnTYPE 2), or nothing.
+std::string NonUniformSampling(const fs::path& experiment, const fs::path& acqu2s) {
+  if (HasLength(Sibling(experiment, "nuslist"))) return "a nuslist beside the ser file";
+  AcquisitionFile a;
+  if (ParseAcquisitionFile(acqu2s, a) == 0 && a.fnType == 2) return "FnTYPE 2 in acqu2s";
+  return {};
+}
+
 // Processed data keep their acquisition files one or two folders up (exp/pdata/1).
 std::vector<fs::path> AcquisitionFolders(const fs::path& folder) {
   return {folder, folder.parent_path(), folder.parent_path().parent_path()};
@@ -66,6 +74,8 @@ void DateFallback(const fs::path& file, std::string& date) {
 
 Outcome ReadRaw2D(const DetectedFile& file, model::Spectrum2D& s, LoadState& state, int presetClass) {
   const fs::path acqus = Sibling(file.folder, "acqus"), acqu2s = Sibling(file.folder, "acqu2s");
+  if (const std::string why = NonUniformSampling(file.folder, acqu2s); !why.empty())
+    return {1, messages::NonUniformSampling(why)};
   state.pulseModeClass = presetClass;
   if (!IsClass(presetClass)) {
     const model::ModeResult probe = RMBru(acqus, acqu2s);
