@@ -34,10 +34,13 @@ int FnModeOf(const fs::path& acqu2s) {
 }
 
 // Why the raw set was sampled non-uniformly (the schedule beside it, or FnTYPE 2), or nothing.
-std::string NonUniformSampling(const fs::path& experiment, const fs::path& acqu2s) {
+std::string NonUniformSampling(const fs::path& experiment) {
   if (HasLength(Sibling(experiment, "nuslist"))) return "a nuslist beside the ser file";
-  AcquisitionFile a;
-  if (ParseAcquisitionFile(acqu2s, a) == 0 && a.fnType == 2) return "FnTYPE 2 in acqu2s";
+  for (const char* name : {"acqus", "acqu2s"}) {
+    AcquisitionFile a;
+    if (ParseAcquisitionFile(Sibling(experiment, name), a) == 0 && a.fnType == 2)
+      return std::string("FnTYPE 2 in ") + name;
+  }
   return {};
 }
 
@@ -74,7 +77,7 @@ void DateFallback(const fs::path& file, std::string& date) {
 
 Outcome ReadRaw2D(const DetectedFile& file, model::Spectrum2D& s, LoadState& state, int presetClass) {
   const fs::path acqus = Sibling(file.folder, "acqus"), acqu2s = Sibling(file.folder, "acqu2s");
-  if (const std::string why = NonUniformSampling(file.folder, acqu2s); !why.empty())
+  if (const std::string why = NonUniformSampling(file.folder); !why.empty())
     return {1, messages::NonUniformSampling(why)};
   state.pulseModeClass = presetClass;
   if (!IsClass(presetClass)) {
