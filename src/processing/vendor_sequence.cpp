@@ -94,9 +94,11 @@ std::string AxisLine(const char* axis, const model::VendorAxisRecipe& r) {
 
 // Varian's names: the stored phases go back from the form they are kept in (see the reader).
 std::string VarianAxisLine(const char* axis, const model::VendorAxisRecipe& r) {
-  char text[220];
-  std::snprintf(text, sizeof text, "%s fn %d lb %g gf %g gfs %g sb %g sbs %g lsfid %d rp %g lp %g", axis, 2 * r.si,
-                r.lb, r.gf, r.gfs, r.sb, r.sbs, r.leftShift, r.phc0 + r.phc1, -r.phc1);
+  char text[260];
+  const int n = std::snprintf(text, sizeof text, "%s fn %d lb %g gf %g gfs %g sb %g sbs %g lsfid %d rp %g lp %g",
+                              axis, 2 * r.si, r.lb, r.gf, r.gfs, r.sb, r.sbs, r.leftShift, r.phc0 + r.phc1, -r.phc1);
+  if (r.predictionMode != 0 && n > 0 && n < static_cast<int>(sizeof text))
+    std::snprintf(text + n, sizeof text - n, " prediction order %d to %d rows", r.ncoef / 2, r.lpbin);
   return text;
 }
 

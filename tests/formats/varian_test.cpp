@@ -319,11 +319,12 @@ namespace {
 // States blocks of signals at F2 offsets (Hz from the carrier, each with its amplitude) and one F1
 // offset, undamped along F2 and F1 so that every on-grid peak is a pure sum without leakage.
 std::vector<std::vector<float>> StatesBlocks(std::size_t complexPoints, std::size_t increments, double sw, double sw1,
-                                            const std::vector<std::pair<double, double>>& f2Signals, double f1Hz) {
+                                            const std::vector<std::pair<double, double>>& f2Signals, double f1Hz,
+                                            double f1Decay = 0) {
   std::vector<std::vector<float>> blocks;
   for (std::size_t k = 0; k < increments; ++k) {
-    const double t1 = static_cast<double>(k) / sw1;
-    for (const double f1 : {std::cos(2 * M_PI * f1Hz * t1), std::sin(2 * M_PI * f1Hz * t1)}) {
+    const double t1 = static_cast<double>(k) / sw1, decay = std::exp(-f1Decay * t1);
+    for (const double f1 : {decay * std::cos(2 * M_PI * f1Hz * t1), decay * std::sin(2 * M_PI * f1Hz * t1)}) {
       std::vector<float>& block = blocks.emplace_back();
       for (std::size_t i = 0; i < complexPoints; ++i) {
         const double t2 = static_cast<double>(i) / sw;
@@ -431,6 +432,33 @@ TEST(VarianRecipe, ProcparProcessingIsApplied) {
     if (on) EXPECT_NEAR(sum, 0, 1e-3);
     else EXPECT_GT(std::fabs(sum), 1);
   }
+}
+
+// F1 prediction (proc1 'lp'): 16 increments extended to 64 give the F1 trace that 64 measured
+// increments give.
+TEST(VarianRecipe, ForwardPredictionOfF1ExtendsTheIncrements) {
+  test::TempFolder folder;
+  std::vector<float> traces[2];
+  for (const std::size_t increments : {std::size_t{64}, std::size_t{16}}) {
+    WriteFid(folder / "fid", StatesBlocks(64, increments, 4000, 3200, {{500, 1.0}}, 430, 60), Elements::Float);
+    Parameters p = Basic("phase", static_cast<int>(2 * increments));
+    p["np"] = {false, {"128"}};
+    p["fn1"] = {false, {"256"}};
+    if (increments == 16)
+      for (const auto& [name, value] : {std::pair{"proc1", "lp"}, {"lpopt1", "f"}})
+        p[name] = {true, {value}};
+    for (const auto& [name, value] : {std::pair{"lpfilt1", "8"}, {"strtext1", "17"}, {"lpext1", "48"}})
+      p[name] = {false, {value}};
+    WriteProcpar(folder / "procpar", p);
+    const auto t = ReadAndTransform(folder.path);
+    ASSERT_EQ(t->s.axis[model::F1].Point, 128);
+    const std::int32_t column = 32 + 500 * 64 / 4000;
+    for (std::int32_t r = 0; r < 128; ++r) traces[increments == 16].push_back(t->s.RR.at(column, r));
+  }
+  double dot = 0, a = 0, b = 0;
+  for (std::size_t i = 0; i < traces[0].size(); ++i)
+    dot += traces[0][i] * traces[1][i], a += traces[0][i] * traces[0][i], b += traces[1][i] * traces[1][i];
+  EXPECT_GT(dot / std::sqrt(a * b), 0.998);  // 0.72 without the prediction
 }
 
 // The F1 axis is the channel refsource1 names: a homonuclear set with dn C13 stays 1H, a

@@ -63,6 +63,23 @@ F1Channel F1ChannelOf(const VarianParameters& p) {
   return c;
 }
 
+namespace {
+
+// Forward prediction along F1 (proc1 'lp', lpopt1 'f'): lpfilt1 complex coefficients, the
+// increments extended to strtext1 - 1 + lpext1 points.
+void F1Prediction(const VarianParameters& p, model::VendorAxisRecipe& f1, std::int32_t f1Points) {
+  if (core::ToUpper(VarianText(p, "PROC1")) != "LP" || core::ToUpper(VarianText(p, "LPOPT1")) != "F") return;
+  const double coefficients = VarianNumber(p, "LPFILT1", 8), start = VarianNumber(p, "STRTEXT1", f1Points + 1);
+  const double extension = VarianNumber(p, "LPEXT1", 0);
+  if (!(coefficients >= 1 && extension >= 1 && start >= 1)) return;
+  const bool pairs = core::ToUpper(VarianText(p, "ARRAY")) == "PHASE";
+  f1.predictionMode = 2;
+  f1.ncoef = static_cast<std::int32_t>(std::min(2 * coefficients, 4096.0));
+  f1.lpbin = static_cast<std::int32_t>(std::min((start - 1 + extension) * (pairs ? 2 : 1), 1e6));
+}
+
+}  // namespace
+
 std::optional<model::VendorRecipe> VarianRecipe(const VarianParameters& p, std::int32_t f2Points,
                                                 std::int32_t f1Points, const std::string& source) {
   static constexpr std::array<const char*, 8> kProcessing{"FN", "LB", "GF", "SB", "RP", "LP", "FN1", "LB1"};
@@ -72,6 +89,7 @@ std::optional<model::VendorRecipe> VarianRecipe(const VarianParameters& p, std::
   r.family = model::kVarianRecipe;
   r.axis[F2] = AxisRecipe(p, "", f2Points);
   r.axis[F1] = AxisRecipe(p, "1", f1Points);
+  F1Prediction(p, r.axis[F1], f1Points);
   r.f1Scheme = 3;  // States: two blocks per increment
   r.source = source;
   return r;

@@ -27,7 +27,8 @@ F1Channel F1ChannelOf(const VarianParameters& p);
 // holds no processing parameters. Fourier numbers count real and imaginary values (fn 4096 is a
 // 2048-point spectrum); an inactive ('n') parameter leaves its term out. The stored phases are
 // kept in the form the transform applies to every recipe: rp + lp at the high-frequency edge
-// falling to rp at the low-frequency edge, as phc0 = rp + lp, phc1 = -lp.
+// falling to rp at the low-frequency edge, as phc0 = rp + lp, phc1 = -lp. Forward prediction of
+// F1 (proc1 'lp') extends the increments from all of them, to strtext1 - 1 + lpext1 points.
 std::optional<model::VendorRecipe> VarianRecipe(const VarianParameters& p, std::int32_t f2Points,
                                                 std::int32_t f1Points, const std::string& source);
 
