@@ -48,15 +48,15 @@ void AddConvertCommand(CLI::App& app, int& status) {
   command->footer(kStatusHelp);
   auto options = std::make_shared<ConvertOptions>();
   command->add_option("IN", options->in, "a data file or a vendor's data folder")->required();
-  command->add_option("-o,--output", options->out, "the file to write: .vlk2 (or .vlk, .vlk1, .vl1, .vl2), .jdx/.dx for JCAMP-DX, or .als for a 1D set; never one of the input's files")->required();
+  command->add_option("-o,--output", options->out, "the file to write: .vlk2 (or .vlk, .vlk1, .vl1, .vl2), .jdx/.dx/.jcamp for JCAMP-DX (a 2D spectrum as nD NMR SPECTRUM pages, or one trace with --trace), or .als for a 1D set; never one of the input's files")->required();
   command->add_option("--mode", options->mode, "what a phase-sensitive 2D set keeps: all planes, the real plane, or the power spectrum")
       ->check(CLI::IsMember({"all", "real", "power"}));
   command->add_flag("--keep-backup", options->keepBackup,
                     "when OUT exists, keep the previous file as the \".$\" generation (x.vlk2 gives x.$lk2)");
-  command->add_option("--trace", options->trace, "for .jdx/.dx from a 2D data set: the F2 trace of a row or the F1 trace of a column")
+  command->add_option("--trace", options->trace, "for JCAMP-DX from a 2D data set: only the F2 trace of a row or the F1 trace of a column")
       ->check(CLI::IsMember({"f1", "f2"}));
   command->add_option("--index", options->index, "for --trace: the row (f2) or column (f1), from 0 at the low-frequency end");
-  command->add_option("--jcamp-form", options->form, "the JCAMP-DX form written: XYDATA, or NTUPLES with the imaginary part")
+  command->add_option("--jcamp-form", options->form, "the JCAMP-DX form of a 1D spectrum or trace: XYDATA, or NTUPLES with the imaginary part")
       ->check(CLI::IsMember({"xydata", "ntuples"}));
   command->callback([options, &status] { status = RunConvert(*options); });
 }

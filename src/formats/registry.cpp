@@ -43,9 +43,10 @@ std::vector<FileFormat> MakeFormats() {
       {"Alice", {alice::AliceFormatEntry()}, {".als"}, {"Alice(*.als)", "*.als"}, WriteAlice},
       {"JCAMP-DX",
        {{".DX", model::kJcamp, jcamp::ReadModeJcampEntry, jcamp::ReadJcamp2DEntry, jcamp::ReadJcamp1DEntry},
-        {".JDX", model::kJcamp, jcamp::ReadModeJcampEntry, jcamp::ReadJcamp2DEntry, jcamp::ReadJcamp1DEntry}},
-       {".jdx", ".dx"},
-       {"JCAMP-DX(*.dx;*.jdx)", "*.dx;*.jdx"},
+        {".JDX", model::kJcamp, jcamp::ReadModeJcampEntry, jcamp::ReadJcamp2DEntry, jcamp::ReadJcamp1DEntry},
+        {".JCAMP", model::kJcamp, jcamp::ReadModeJcampEntry, jcamp::ReadJcamp2DEntry, jcamp::ReadJcamp1DEntry}},
+       {".jdx", ".dx", ".jcamp"},
+       {"JCAMP-DX(*.dx;*.jdx;*.jcamp)", "*.dx;*.jdx;*.jcamp"},
        WriteJcamp},
       {"NumPy", {}, {".npy"}, {}, WriteNumpy, {".json"}},
   };

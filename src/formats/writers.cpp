@@ -11,11 +11,10 @@ namespace {
 
 platform::Outcome Refused(const std::string& why) { return {1, {"", why}}; }
 
-// A 2D set goes to JCAMP-DX one trace at a time: the F2 trace of a row or the F1 trace of a column.
+// One trace of a 2D set: the F2 trace of a row or the F1 trace of a column.
 platform::Outcome PickTrace(const model::Spectrum2D& s, const WriteChoices& choices, model::Spectrum1D& trace,
                             std::string& written) {
-  if (choices.trace.empty() || !choices.traceIndex)
-    return Refused("a 2D data set goes to JCAMP-DX one trace at a time: give --trace f1|f2 and --index N");
+  if (!choices.traceIndex) return Refused("--trace takes the row or column it writes: give --index N");
   const int axis = choices.trace == "f1" ? model::F1 : model::F2;
   const int across = axis == model::F1 ? model::F2 : model::F1;
   if (model::TraceAsSpectrum1D(s, axis, *choices.traceIndex, trace) != 0)
@@ -44,6 +43,11 @@ platform::Outcome WriteJcamp(const std::filesystem::path& file, const DataSetRef
                              std::string& written) {
   if (!model::IsProcessed(data.words.dataTypeCode))
     return Refused("JCAMP-DX output holds spectra, and this data set is a FID: transform it first");
+  if (data.twoD && choices.trace.empty()) {
+    if (choices.ntuples) return Refused("a 2D spectrum is written as NTUPLES pages already: leave out --jcamp-form");
+    written = "JCAMP-DX nD NMR SPECTRUM, 2D";
+    return jcamp::WriteDataJCAMPDX2D(file, *data.twoD, model::IsPhaseSensitive(data.words.pulseModeClass));
+  }
   model::Spectrum1D trace;
   const model::Spectrum1D* oneD = data.oneD;
   if (data.twoD) {

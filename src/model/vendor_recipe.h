@@ -8,11 +8,15 @@
 
 namespace velk::model {
 
-// Window shapes as the Bruker processing files number them (WDW).
+// Window shapes as the Bruker processing files number them (WDW), and Varian's product of the
+// terms that are switched on: exponential (lb), Gaussian (gf, gfs) and sine bell (sb, sbs).
 enum VendorWindow : int {
   kVendorNoWindow = 0, kVendorExponential = 1, kVendorGaussian = 2, kVendorSine = 3, kVendorSquaredSine = 4,
-  kVendorTrapezoid = 5
+  kVendorTrapezoid = 5, kVendorCombined = 100
 };
+
+// Whose software wrote the recipe: it decides the names the recipe is shown with.
+enum VendorFamily : int { kBrukerRecipe = 0, kVarianRecipe = 1 };
 
 struct VendorAxisRecipe {
   std::int32_t si = 0;         // real points of the spectrum (its complex size is si)
@@ -21,6 +25,10 @@ struct VendorAxisRecipe {
   double gb = 0;               // fraction of the acquisition time where the Gaussian peaks
   double ssb = 0;              // sine shift: the bell starts at pi / ssb (0 and 1: pure sine)
   double tm1 = 0, tm2 = 0;     // trapezoid rise and fall, seconds from the start
+  // The combined window's terms in seconds, 0 leaving a term out: the sine bell rises over |sb|
+  // from sbs on (squared when sb is negative), the Gaussian is exp(-((t - gfs) / gf)^2).
+  double sb = 0, sbs = 0, gf = 0, gfs = 0;
+  std::int32_t leftShift = 0;  // complex points dropped from the start (negative: zeros put in front)
   std::int32_t tdEff = 0;      // real points used (0: all)
   double phc0 = 0, phc1 = 0;   // degrees, totals after any automatic phasing
   double fcor = 1;             // factor of the first point
@@ -35,7 +43,8 @@ struct VendorRecipe {
   std::array<VendorAxisRecipe, 2> axis;  // indexed by model::F1, model::F2
   int f1Scheme = 0;       // MC2: 0 QF, 1 QSEQ, 2 TPPI, 3 States, 4 States-TPPI, 5 echo/anti-echo
   std::int32_t scaleExponent = 0;  // NC_proc: stored integers are the spectrum / 2^NC_proc
-  std::string source;     // the folder the recipe was read from
+  int family = kBrukerRecipe;
+  std::string source;     // the folder or file the recipe was read from
 };
 
 }  // namespace velk::model

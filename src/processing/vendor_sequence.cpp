@@ -32,6 +32,7 @@ VendorTracePlan PlanF2(const model::Spectrum2D& s, const SequenceSettings& setti
   p.predictTo = p.points;
   const double delay = s.vendor.groupDelay > 0 ? s.vendor.groupDelay : 0.0;
   p.onset = std::clamp(static_cast<std::int32_t>(delay), 0, p.points);
+  p.leftShift = std::clamp(r.leftShift, -p.points, p.points);
   p.window = VendorWindowCurve(r, s.axis[F2].Frequency, p.points - p.onset);
   p.firstPoint = static_cast<float>(r.fcor);
   p.conjugate = ConjugateF2(settings.pulseModeClass, settings.formatNumber, settings.axis[F2].singleAd);
@@ -54,6 +55,7 @@ VendorTracePlan PlanF1(const model::Spectrum2D& s, const SequenceSettings& setti
   }
   if (r.tdEff > 0) p.predictTo = std::min(p.predictTo, std::max(r.tdEff / rowsPerPoint, p.points));
   p.predictTo = std::clamp(p.predictTo, p.points, size);
+  p.leftShift = std::clamp(r.leftShift, -p.points, p.points);
   p.window = VendorWindowCurve(r, s.axis[F1].Frequency, p.predictTo);
   p.firstPoint = static_cast<float>(r.fcor);
   p.conjugate = ConjugateF1(settings.pulseModeClass, settings.formatNumber, settings.f1Inverse);
@@ -87,6 +89,16 @@ std::string AxisLine(const char* axis, const model::VendorAxisRecipe& r) {
   char text[200];
   std::snprintf(text, sizeof text, "%s SI %d WDW %s LB %g GB %g SSB %g TDeff %d PHC0 %g PHC1 %g FCOR %g", axis,
                 r.si, window, r.lb, r.gb, r.ssb, r.tdEff, r.phc0, r.phc1, r.fcor);
+  return text;
+}
+
+// Varian's names: the stored phases go back from the form they are kept in (see the reader).
+std::string VarianAxisLine(const char* axis, const model::VendorAxisRecipe& r) {
+  char text[260];
+  const int n = std::snprintf(text, sizeof text, "%s fn %d lb %g gf %g gfs %g sb %g sbs %g lsfid %d rp %g lp %g",
+                              axis, 2 * r.si, r.lb, r.gf, r.gfs, r.sb, r.sbs, r.leftShift, r.phc0 + r.phc1, -r.phc1);
+  if (r.predictionMode != 0 && n > 0 && n < static_cast<int>(sizeof text))
+    std::snprintf(text + n, sizeof text - n, " prediction order %d to %d rows", r.ncoef / 2, r.lpbin);
   return text;
 }
 
@@ -138,7 +150,9 @@ void VendorTransformTrace(const VendorTracePlan& p, float* re, float* im, std::p
   const std::int32_t length = std::max(p.predictTo, p.points);
   x.assign(static_cast<std::size_t>(std::max(n, length)), cd{});
   const double sign = p.conjugate ? -1.0 : 1.0;
-  for (std::int32_t i = 0; i < p.points; ++i) x[i] = {re[i * step], sign * im[i * step]};
+  for (std::int32_t i = 0; i < p.points; ++i)
+    if (const std::int32_t to = i - p.leftShift; to >= 0 && to < static_cast<std::int32_t>(x.size()))
+      x[to] = {re[i * step], sign * im[i * step]};
   if (p.order > 0) BurgExtend(x.data(), p.points, p.predictTo, p.order);
   // The filter's onset goes behind the zero fill, where it wraps round to just before time zero.
   std::vector<cd> onset(x.begin(), x.begin() + p.onset);
@@ -183,6 +197,9 @@ SequenceResult ExecuteVendorFft(model::Spectrum2D& s, SequenceSettings& settings
 }
 
 std::vector<std::string> VendorRecipeLines(const model::VendorRecipe& recipe) {
+  if (recipe.family == model::kVarianRecipe)
+    return {"Vendor recipe " + recipe.source, VarianAxisLine("(F2)", recipe.axis[F2]),
+            VarianAxisLine("(F1)", recipe.axis[F1])};
   static constexpr const char* kSchemes[] = {"QF", "QSEQ", "TPPI", "States", "States-TPPI", "Echo-Antiecho"};
   const auto& f1 = recipe.axis[F1];
   char prediction[120];

@@ -25,6 +25,7 @@ struct VendorTracePlan {
   std::int32_t predictTo = 0;  // complex points after forward prediction (points when none)
   int order = 0;               // complex prediction order
   std::int32_t onset = 0;      // leading points moved to the end of the buffer
+  std::int32_t leftShift = 0;  // leading points dropped (negative: zeros put in front)
   std::vector<float> window;   // over the points after the onset
   float firstPoint = 1;        // factor of the first point after the onset
   bool conjugate = false;      // imaginary part negated before anything else

@@ -4,6 +4,26 @@
 #include <numbers>
 
 namespace velk::processing {
+namespace {
+
+// Varian's terms multiply; the sine bell is a quarter period long over |sb| (its top at sbs + |sb|)
+// and is 0 outside its positive half period.
+double CombinedWindow(const model::VendorAxisRecipe& r, double t) {
+  constexpr double pi = std::numbers::pi;
+  double v = std::exp(-pi * r.lb * t);
+  if (r.gf > 0) {
+    const double x = (t - r.gfs) / r.gf;
+    v *= std::exp(-x * x);
+  }
+  if (r.sb != 0) {
+    const double u = (t - r.sbs) / std::fabs(r.sb);
+    const double bell = u >= 0 && u <= 2 ? std::sin(pi / 2 * u) : 0.0;
+    v *= r.sb > 0 ? bell : bell * bell;
+  }
+  return v;
+}
+
+}  // namespace
 
 std::vector<float> VendorWindowCurve(const model::VendorAxisRecipe& r, double swHz, std::int32_t points) {
   std::vector<float> w(static_cast<std::size_t>(std::max(points, 0)), 1.0f);
@@ -30,6 +50,7 @@ std::vector<float> VendorWindowCurve(const model::VendorAxisRecipe& r, double sw
         v = r.window == model::kVendorSine ? s : s * s;
         break;
       }
+      case model::kVendorCombined: v = CombinedWindow(r, t); break;
       case model::kVendorTrapezoid:
         if (r.tm1 > 0 && t < r.tm1) v = t / r.tm1;
         else if (r.tm2 > 0 && r.tm2 < aq && t > r.tm2) v = (aq - t) / (aq - r.tm2);

@@ -1,7 +1,7 @@
 #pragma once
 // The window shapes of the spectrometer's processing recipe (exponential, Gaussian, sine and
-// squared sine with their shift, trapezoid) over the points a window spans, and the table of the
-// digital filter's group delay for files that name only its decimation and version.
+// squared sine with their shift, trapezoid, and Varian's product of terms) over the points a
+// window spans.
 #include <cstdint>
 #include <vector>
 

@@ -41,8 +41,12 @@ TEST(ConvertJcamp, OneDimensionalSetsAndTracesOf2DSets) {
   EXPECT_NEAR(back.axisPpm[2047], expected.axisPpm[2047], 1e-6);
   EXPECT_EQ(back.params.OBNUC, "13C");
 
-  // Refused: a 2D set without a trace, an index outside, a trace of a 1D set, a FID.
-  EXPECT_EQ(RunCli("convert " + hsqc + " -o " + out("x.jdx")).exitStatus, 1);
+  // Without a trace the whole 2D spectrum goes out as pages and reads back as 2D.
+  ASSERT_EQ(RunCli("convert " + hsqc + " -o " + out("whole.jcamp")).exitStatus, 0);
+  EXPECT_NE(RunCli("info --json " + out("whole.jcamp")).out.find("\"tag\": \"JCAMP2\""), std::string::npos);
+
+  // Refused: a 2D set in the 1D NTUPLES form, an index outside, a trace of a 1D set, a FID.
+  EXPECT_EQ(RunCli("convert " + hsqc + " -o " + out("x.jdx") + " --jcamp-form ntuples").exitStatus, 1);
   EXPECT_EQ(RunCli("convert " + hsqc + " -o " + out("x.jdx") + " --trace f2 --index 2048").exitStatus, 1);
   EXPECT_EQ(RunCli("convert " + aspirin + " -o " + out("x.jdx") + " --trace f2 --index 0").exitStatus, 1);
   EXPECT_EQ(RunCli("convert " + Quoted(CorpusPath("jcamp/aspirin-1h.fid.dx").string()) + " -o " + out("x.jdx")).exitStatus, 1);

@@ -19,9 +19,9 @@ std::string F2Acqus(int td, const std::string& extra = "") {
 }
 
 // acqu2s of a 13C F1 whose SW_h is stale: the true width is SW (ppm) times SFO1.
-std::string F1Acqus(int td, int fnMode) {
+std::string F1Acqus(int td, int fnMode, const std::string& extra = "") {
   return ParameterFile("##$BF1= 25\n##$SFO1= 25.0025\n##$SW= 200\n##$SW_h= 2000\n##$TD= " + std::to_string(td) +
-                       "\n##$FnMODE= " + std::to_string(fnMode) + "\n##$NUCLEUS= <>\n##$NUC1= <13C>\n");
+                       "\n##$FnMODE= " + std::to_string(fnMode) + "\n##$NUCLEUS= <>\n##$NUC1= <13C>\n" + extra);
 }
 
 // One ser row: value = row * 100000 + index, then padding to the next 1024-byte boundary.
@@ -234,6 +234,32 @@ TEST(BrukerRawData, EarlyStoppedAcquisitionReadsItsWholeIncrements) {
     return line.find("stopped early: 3 of 4 increments") != std::string::npos;
   });
   EXPECT_TRUE(said);
+}
+
+// A sampling schedule beside the data, or FnTYPE 2, means the increments are not evenly spaced:
+// the raw set is refused with the reason, the record kept, and the set reads once neither is there.
+TEST(BrukerRawData, NonUniformlySampledSetsAreRefusedWithTheReason) {
+  TempFolder folder;
+  folder.Write("acqus", F2Acqus(200));
+  const std::string ser = Binary(SerRows(8, 200, 256));
+  for (const auto& [nuslist, fnType, reason] :
+       {std::tuple{true, 0, "a nuslist beside the ser file"}, std::tuple{false, 2, "FnTYPE 2 in acqu2s"}}) {
+    folder.Write("acqu2s", F1Acqus(8, 6, "##$FnTYPE= " + std::to_string(fnType) + "\n"));
+    if (nuslist) folder.Write("nuslist", "0\n3\n1\n");
+    model::Spectrum2D s;
+    s.axis[model::F1].Point = 77;
+    ScriptedPrompt prompt;
+    const auto read = Read(folder.Write("ser", ser), s, prompt);
+    EXPECT_EQ(read.outcome.code, 1) << reason;
+    EXPECT_NE(read.outcome.message.text.find(reason), std::string::npos) << read.outcome.message.text;
+    EXPECT_NE(read.outcome.message.text.find("Non-uniformly sampled"), std::string::npos);
+    EXPECT_EQ(s.axis[model::F1].Point, 77);
+    std::filesystem::remove(folder / "nuslist");
+  }
+  folder.Write("acqu2s", F1Acqus(8, 6));
+  model::Spectrum2D s;
+  ScriptedPrompt prompt;
+  EXPECT_TRUE(Read(folder.Write("ser", ser), s, prompt).outcome.ok());
 }
 
 // Submatrices of 2 rows by 4 columns; the file's first value is the high-frequency corner.

@@ -9,6 +9,7 @@
 #include "formats/varian/data.h"
 #include "formats/varian/procpar.h"
 #include "model/type_detector.h"
+#include "processing/recipe.h"
 #include "processing/sequence.h"
 #include "support/scripted_prompt.h"
 #include "support/temp_folder.h"
@@ -22,13 +23,15 @@ namespace fs = std::filesystem;
 struct Parameter {
   bool isString;
   std::vector<std::string> values;
+  bool active = true;  // switched off, the vendor's software shows the value as 'n'
 };
 using Parameters = std::map<std::string, Parameter>;
 
 void WriteProcpar(const fs::path& file, const Parameters& parameters) {
   std::ofstream out(file);
   for (const auto& [name, p] : parameters) {
-    out << name << " 1 " << (p.isString ? 2 : 1) << " 1e+18 -1e+18 0 2 1 8202 1 64\n" << p.values.size();
+    out << name << " 1 " << (p.isString ? 2 : 1) << " 1e+18 -1e+18 0 2 1 8202 " << (p.active ? 1 : 0) << " 64\n"
+        << p.values.size();
     for (std::size_t i = 0; i < p.values.size(); ++i)
       out << (p.isString ? (i == 0 ? " \"" : "\"") + p.values[i] + "\"\n" : " " + p.values[i]);
     out << (p.isString ? "" : "\n") << (p.isString ? "2 \"y\" \"n\"\n" : "0\n");
@@ -306,6 +309,192 @@ TEST(Varian, PhaseArrayed2DSetProcessesToItsSyntheticPeak) {
   EXPECT_EQ(row, static_cast<std::int32_t>(kIncrements / 2 + kF1Cycles * kIncrements));
   EXPECT_FLOAT_EQ(s.RR.at(column, row), 1.0f);  // positive absorption, normalised
   EXPECT_NEAR(s.IR.at(column, row), 0, 0.02);
+}
+
+}  // namespace velk::formats::varian
+
+namespace velk::formats::varian {
+namespace {
+
+// States blocks of signals at F2 offsets (Hz from the carrier, each with its amplitude) and one F1
+// offset, undamped along F2 and F1 so that every on-grid peak is a pure sum without leakage.
+std::vector<std::vector<float>> StatesBlocks(std::size_t complexPoints, std::size_t increments, double sw, double sw1,
+                                            const std::vector<std::pair<double, double>>& f2Signals, double f1Hz,
+                                            double f1Decay = 0) {
+  std::vector<std::vector<float>> blocks;
+  for (std::size_t k = 0; k < increments; ++k) {
+    const double t1 = static_cast<double>(k) / sw1, decay = std::exp(-f1Decay * t1);
+    for (const double f1 : {decay * std::cos(2 * M_PI * f1Hz * t1), decay * std::sin(2 * M_PI * f1Hz * t1)}) {
+      std::vector<float>& block = blocks.emplace_back();
+      for (std::size_t i = 0; i < complexPoints; ++i) {
+        const double t2 = static_cast<double>(i) / sw;
+        double re = 0, im = 0;
+        for (const auto& [hz, amplitude] : f2Signals)
+          re += amplitude * std::cos(2 * M_PI * hz * t2), im += amplitude * std::sin(2 * M_PI * hz * t2);
+        block.push_back(static_cast<float>(1000 * f1 * re));
+        block.push_back(static_cast<float>(1000 * f1 * im));
+      }
+    }
+  }
+  return blocks;
+}
+
+struct Transformed {
+  model::Spectrum2D s;
+  processing::SequenceSettings settings;
+};
+
+// The set read from its folder and transformed with the default recipe.
+std::unique_ptr<Transformed> ReadAndTransform(const fs::path& folder) {
+  auto t = std::make_unique<Transformed>();
+  const Read r = Open(folder, t->s);
+  EXPECT_TRUE(r.outcome.ok()) << r.detection.reason << r.outcome.message.text;
+  t->settings = processing::DefaultFtSettings(t->s, r.detection.pulseModeClass, model::kVarian, "gCOSY");
+  platform::NoProgress progress;
+  std::vector<std::string> list;
+  EXPECT_EQ(processing::Execute2DFft(t->s, t->settings, {progress, list}).code, 0);
+  return t;
+}
+
+double PhaseAt(const model::Spectrum2D& s, std::int32_t column, std::int32_t row) {
+  return std::atan2(s.IR.at(column, row), s.RR.at(column, row)) * 180 / M_PI;
+}
+
+double Wrapped(double degrees) { return std::remainder(degrees, 360.0); }
+
+}  // namespace
+
+// A made procpar and fid with known signals: the spectrum is as large as fn and fn1 say, its peaks
+// stand where rfl/rfp put their frequencies, rp and lp turn them as stored, lsfid moves the time
+// origin, and the sine bell (zero at the first point) empties the trace's integral.
+TEST(VarianRecipe, ProcparProcessingIsApplied) {
+  constexpr std::size_t kComplex = 256, kIncrements = 64;
+  constexpr double kSw = 4000, kSw1 = 3200, kMhz = 399.782;
+  const double high = 625, low = -1000, f1Hz = 500;  // on the grid of both sizes
+  test::TempFolder folder;
+  WriteFid(folder / "fid", StatesBlocks(kComplex, kIncrements, kSw, kSw1, {{high, 1.0}, {low, 0.8}}, f1Hz),
+           Elements::Float);
+  Parameters p = Basic("phase", 2 * kIncrements, "C13");
+  p["np"] = {false, {std::to_string(2 * kComplex)}};
+  p["sw1"] = {false, {"3200"}};
+  p["refsource1"] = {true, {"sfrq"}};
+  p["rfl1"] = {false, {"1600"}};
+  p["rfp1"] = {false, {"1999"}};
+  p["fn"] = {false, {std::to_string(4 * kComplex)}};
+  p["fn1"] = {false, {std::to_string(8 * kIncrements)}};
+  p["rp"] = {false, {"30"}};
+  p["lp"] = {false, {"-60"}};
+  p["lb"] = {false, {"5"}, false};
+  WriteProcpar(folder / "procpar", p);
+  auto t = ReadAndTransform(folder.path);
+  const model::Spectrum2D& s = t->s;
+  ASSERT_TRUE(t->settings.vendor);
+  ASSERT_EQ(s.axis[model::F2].Point, 2 * static_cast<std::int32_t>(kComplex));
+  ASSERT_EQ(s.axis[model::F1].Point, 4 * static_cast<std::int32_t>(kIncrements));
+  // Column of an offset: the carrier is the middle; ppm: rfp + (offset + sw/2 - rfl), over sfrq.
+  const auto column = [&](double hz) { return static_cast<std::int32_t>(kComplex + hz / kSw * 2 * kComplex); };
+  const std::int32_t row = static_cast<std::int32_t>(2 * kIncrements + f1Hz / kSw1 * 4 * kIncrements);
+  for (const double hz : {high, low}) {
+    const std::int32_t c = column(hz);
+    const double magnitude = std::hypot(s.RR.at(c, row), s.IR.at(c, row));
+    EXPECT_GT(magnitude, 0.75) << hz;
+    EXPECT_NEAR(s.ppmF2[c], (0 + hz + kSw / 2 - 1000) / kMhz, 1e-4) << hz;
+  }
+  EXPECT_NEAR(s.ppmF1[row], (1999 + f1Hz + kSw1 / 2 - 1600) / kMhz, 1e-4);  // on the 1H channel
+  // rp turns every point alike; lp adds its share from the low-frequency edge (none) to the high one.
+  const auto expected = [&](double hz) { return -(30 - 60 * column(hz) / (2.0 * kComplex)); };
+  EXPECT_NEAR(Wrapped(PhaseAt(s, column(high), row) - expected(high)), 0, 0.5);
+  EXPECT_NEAR(Wrapped(PhaseAt(s, column(low), row) - expected(low)), 0, 0.5);
+  const bool said = std::any_of(s.processing.begin(), s.processing.end(), [](const std::string& line) {
+    return line.find("(F2) fn 1024 lb 0 gf 0 gfs 0 sb 0 sbs 0 lsfid 0 rp 30 lp -60") != std::string::npos;
+  });
+  EXPECT_TRUE(said);
+
+  // Three points dropped: the peaks come forward in time by 3 / sw, a turn of 360 f 3 / sw.
+  p["lsfid"] = {false, {"3"}};
+  p["rp"] = {false, {"0"}};
+  p["lp"] = {false, {"0"}};
+  WriteProcpar(folder / "procpar", p);
+  t = ReadAndTransform(folder.path);
+  for (const double hz : {high, low})
+    EXPECT_NEAR(Wrapped(PhaseAt(t->s, column(hz), row) - 360 * hz * 3 / kSw), 0, 0.5) << hz;
+
+  // A sine bell of half the acquisition time is 0 at the first point: the trace sums to nothing.
+  // Switched off, the first point counts and the sum is far from 0.
+  p["lsfid"] = {false, {"0"}};
+  p["sb"] = {false, {std::to_string(kComplex / kSw / 2)}};
+  for (const bool on : {true, false}) {
+    p["sb"].active = on;
+    WriteProcpar(folder / "procpar", p);
+    t = ReadAndTransform(folder.path);
+    double sum = 0;
+    for (std::int32_t c = 0; c < t->s.axis[model::F2].Point; ++c) sum += t->s.RR.at(c, row);
+    if (on) EXPECT_NEAR(sum, 0, 1e-3);
+    else EXPECT_GT(std::fabs(sum), 1);
+  }
+}
+
+// F1 prediction (proc1 'lp'): 16 increments extended to 64 give the F1 trace that 64 measured
+// increments give.
+TEST(VarianRecipe, ForwardPredictionOfF1ExtendsTheIncrements) {
+  test::TempFolder folder;
+  std::vector<float> traces[2];
+  for (const std::size_t increments : {std::size_t{64}, std::size_t{16}}) {
+    WriteFid(folder / "fid", StatesBlocks(64, increments, 4000, 3200, {{500, 1.0}}, 430, 60), Elements::Float);
+    Parameters p = Basic("phase", static_cast<int>(2 * increments));
+    p["np"] = {false, {"128"}};
+    p["fn1"] = {false, {"256"}};
+    if (increments == 16)
+      for (const auto& [name, value] : {std::pair{"proc1", "lp"}, {"lpopt1", "f"}})
+        p[name] = {true, {value}};
+    for (const auto& [name, value] : {std::pair{"lpfilt1", "8"}, {"strtext1", "17"}, {"lpext1", "48"}})
+      p[name] = {false, {value}};
+    WriteProcpar(folder / "procpar", p);
+    const auto t = ReadAndTransform(folder.path);
+    ASSERT_EQ(t->s.axis[model::F1].Point, 128);
+    const std::int32_t column = 32 + 500 * 64 / 4000;
+    for (std::int32_t r = 0; r < 128; ++r) traces[increments == 16].push_back(t->s.RR.at(column, r));
+  }
+  double dot = 0, a = 0, b = 0;
+  for (std::size_t i = 0; i < traces[0].size(); ++i)
+    dot += traces[0][i] * traces[1][i], a += traces[0][i] * traces[0][i], b += traces[1][i] * traces[1][i];
+  EXPECT_GT(dot / std::sqrt(a * b), 0.998);  // 0.72 without the prediction
+}
+
+// The F1 axis is the channel refsource1 names: a homonuclear set with dn C13 stays 1H, a
+// heteronuclear one takes the decoupler's nucleus and its reffrq1 for the shifts.
+TEST(VarianRecipe, F1AxisFollowsRefsource1) {
+  test::TempFolder folder;
+  WriteFid(folder / "fid", Blocks(16, 32), Elements::Float);
+  Parameters p = Basic("phase", 16, "C13");
+  p["refsource1"] = {true, {"sfrq"}};
+  WriteProcpar(folder / "procpar", p);
+  model::Spectrum2D s;
+  Read r = Open(folder.path, s);
+  ASSERT_TRUE(r.outcome.ok()) << r.outcome.message.text;
+  EXPECT_EQ(r.detection.pulseModeClass, model::VPH_HOMO);
+  EXPECT_EQ(s.extras[model::F1].nucleus, "1H");
+  EXPECT_NEAR(s.extras[model::F1].absFreqCenter, 399.782, 1e-4);
+
+  p["refsource1"] = {true, {"dfrq"}};
+  p["reffrq1"] = {false, {"100.5"}};
+  p["rfl1"] = {false, {"0"}};
+  p["rfp1"] = {false, {"0"}};
+  WriteProcpar(folder / "procpar", p);
+  r = Open(folder.path, s);
+  ASSERT_TRUE(r.outcome.ok()) << r.outcome.message.text;
+  EXPECT_EQ(r.detection.pulseModeClass, model::VPH_HETERO);
+  EXPECT_EQ(s.extras[model::F1].nucleus, "13C");
+  EXPECT_NEAR(s.extras[model::F1].absFreqCenter, 100.525, 1e-6);
+  EXPECT_NEAR(s.extras[model::F1].ppmStep, 3000.0 / 8 / 100.5, 1e-6);  // sw1 over 8 increments, on reffrq1
+
+  // A non-uniformly sampled set is refused with the reason.
+  p["sampling"] = {true, {"sparse"}};
+  WriteProcpar(folder / "procpar", p);
+  r = Open(folder.path, s);
+  EXPECT_EQ(r.outcome.code, -1);
+  EXPECT_NE(r.outcome.message.text.find("Non-uniformly sampled data (sampling 'sparse'"), std::string::npos)
+      << r.outcome.message.text;
 }
 
 }  // namespace velk::formats::varian

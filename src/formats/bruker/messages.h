@@ -27,6 +27,16 @@ inline Message NotVendorFile(const std::string& routine) {
           Icon::Warning, true};
 }
 
+// Raw data whose increments were not taken at even steps: transformed as if they were, they give a
+// wrong spectrum, so they are refused and the reconstructed spectrum is named instead.
+inline Message NonUniformSampling(const std::string& why) {
+  return {"Data Error",
+          "Non-uniformly sampled data (" + why + "): the F1 increments were not taken at even steps, and this "
+          "program transforms evenly sampled data only. Open the spectrum the spectrometer's software "
+          "reconstructed (pdata/1/2rr) instead.",
+          Buttons::Ok, Icon::Warning, true};
+}
+
 inline constexpr const char* kSelectDataType = "Select Data Type";
 inline constexpr const char* kDataTypeChoices[] = {"SINGLE", "DOUBLE", "INTEGER"};
 

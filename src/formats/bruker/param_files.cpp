@@ -173,6 +173,7 @@ int ParseAcquisitionFile(const std::filesystem::path& file, AcquisitionFile& a) 
       {"##$DECIM", Integer(a.decimation)},
       {"##$DSPFVS", Integer(a.filterVersion)},
       {"##$FNMODE", Integer(a.fnMode)},
+      {"##$FNTYPE", Integer(a.fnType)},
       {"##$P", [&a](const ParameterValues& v) { ToTable(v, a.pulses); a.hasPulses = true; return true; }},
       {"##$D", [&a](const ParameterValues& v) { ToTable(v, a.delays); a.hasDelays = true; return true; }},
       {"##$CNST", [&a](const ParameterValues& v) { ToTable(v, a.constants); return true; }},

@@ -32,6 +32,7 @@ struct AcquisitionFile {
   std::int64_t date = 0;  // seconds since 1970 UTC
   double groupDelay = 0;
   std::int32_t decimation = 0, filterVersion = 0, fnMode = 0;
+  std::int32_t fnType = 0;  // FnTYPE: 0 or 1 evenly sampled, 2 non-uniformly sampled, 3 projections
   Table31 pulses{}, delays{}, constants{}, increments{};
   bool hasPulses = false, hasDelays = false;
 };

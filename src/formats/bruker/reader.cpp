@@ -33,6 +33,17 @@ int FnModeOf(const fs::path& acqu2s) {
   return ParseAcquisitionFile(acqu2s, a) == 0 ? a.fnMode : model::kQuadUndefined;
 }
 
+// Why the raw set was sampled non-uniformly (the schedule beside it, or FnTYPE 2), or nothing.
+std::string NonUniformSampling(const fs::path& experiment) {
+  if (HasLength(Sibling(experiment, "nuslist"))) return "a nuslist beside the ser file";
+  for (const char* name : {"acqus", "acqu2s"}) {
+    AcquisitionFile a;
+    if (ParseAcquisitionFile(Sibling(experiment, name), a) == 0 && a.fnType == 2)
+      return std::string("FnTYPE 2 in ") + name;
+  }
+  return {};
+}
+
 // Processed data keep their acquisition files one or two folders up (exp/pdata/1).
 std::vector<fs::path> AcquisitionFolders(const fs::path& folder) {
   return {folder, folder.parent_path(), folder.parent_path().parent_path()};
@@ -66,6 +77,8 @@ void DateFallback(const fs::path& file, std::string& date) {
 
 Outcome ReadRaw2D(const DetectedFile& file, model::Spectrum2D& s, LoadState& state, int presetClass) {
   const fs::path acqus = Sibling(file.folder, "acqus"), acqu2s = Sibling(file.folder, "acqu2s");
+  if (const std::string why = NonUniformSampling(file.folder); !why.empty())
+    return {1, messages::NonUniformSampling(why)};
   state.pulseModeClass = presetClass;
   if (!IsClass(presetClass)) {
     const model::ModeResult probe = RMBru(acqus, acqu2s);

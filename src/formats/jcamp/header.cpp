@@ -49,9 +49,9 @@ bool TakeHeaderLabel(const std::string& key, const JcampLabel& label, const std:
   } else if (key == "##TITLE") {
     h.title = JcampLabelText(line);
   } else if (key == "##DATATYPE") {
-    h.dataType = core::ToUpper(JcampLabelText(line));
+    h.dataType = CompactJcampText(JcampLabelText(line));
   } else if (key == "##DATACLASS") {
-    h.dataClass = core::ToUpper(JcampLabelText(line));
+    h.dataClass = CompactJcampText(JcampLabelText(line));
   } else if (key == "##.OBSERVEFREQUENCY") {
     h.observeMHz = JcampNumber(label, 0);
     h.observeSeen = true;
@@ -66,9 +66,9 @@ bool TakeHeaderLabel(const std::string& key, const JcampLabel& label, const std:
   } else if (key == "##SPECTROMETERDATASYSTEM") {
     h.instrument = JcampLabelText(line);
   } else if (key == "##.ACQUISITIONMODE") {
-    h.acquisitionClass = AcquisitionClassOf(first);
+    h.acquisitionClass = AcquisitionClassOf(CompactJcampText(first));
   } else if (key == "##.ACQUISITIONSCHEME") {
-    h.acquisitionScheme = core::ToUpper(JcampLabelText(line));
+    h.acquisitionScheme = CompactJcampText(JcampLabelText(line));
   } else if (key == "##DATE" || key == "##LONGDATE") {
     h.date = DateOfLongDate(JcampLabelText(line));
   } else if (key == "##.PULSESEQUENCE") {

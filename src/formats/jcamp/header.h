@@ -12,7 +12,8 @@ namespace velk::formats::jcamp {
 struct JcampHeader {
   bool labelSeen = false;  // "##JCAMP-DX" or "##JCAMPDX"
   float version = 0;
-  std::string title, dataType, dataClass, date, instrument, solvent, pulseSequence, nucleus;
+  std::string dataType, dataClass;  // compact (CompactJcampText): "NMRSPECTRUM", "NDNMRSPECTRUM", "XYDATA"
+  std::string title, date, instrument, solvent, pulseSequence, nucleus;
   std::string acquisitionScheme;
   double observeMHz = 0;
   bool observeSeen = false;

@@ -38,12 +38,16 @@ std::string JcampLabelText(std::string_view line) {
   return core::Trim(WithoutComment(line.substr(equals + 1)));
 }
 
-std::string CompactJcampKey(std::string_view key) {
-  if (key.starts_with("##$")) return std::string(key);
+std::string CompactJcampText(std::string_view text) {
   std::string compact;
-  for (char c : key)
-    if (c != ' ' && c != '-' && c != '_' && c != '/') compact += c;
-  return compact;
+  for (char c : text)
+    if (c != ' ' && c != '\t' && c != '-' && c != '_' && c != '/') compact += c;
+  return core::ToUpper(compact);
+}
+
+std::string CompactJcampKey(std::string_view key) {
+  if (key.starts_with("##$")) return core::ToUpper(key);
+  return CompactJcampText(key);
 }
 
 double JcampNumber(const JcampLabel& label, std::size_t index, double fallback) {

@@ -23,8 +23,13 @@ JcampLabel SplitJcampLabel(std::string_view line);
 // The text after "=" in its original case, trimmed, without a trailing "$$" comment.
 std::string JcampLabelText(std::string_view line);
 
-// The key as the label grammar compares it: blanks, "-", "_" and "/" do not count, so that
-// "##LONGDATE" is "##LONG DATE" and "##JCAMPDX" is "##JCAMP-DX". Keys of "##$" stay as written.
+// Text as the standard compares labels and their fixed values: blanks, "-", "_" and "/" do not
+// count and case is folded, so that "##DATATYPE=NMRSPECTRUM" is "##DATA TYPE= NMR SPECTRUM".
+std::string CompactJcampText(std::string_view text);
+
+// The key as the label grammar compares it (CompactJcampText), so that "##LONGDATE" is
+// "##LONG DATE" and "##JCAMPDX" is "##JCAMP-DX". Keys of "##$" are only upper-cased: vendors'
+// own keys differ by their underscores ("##$SW_h" is not "##$SWH").
 std::string CompactJcampKey(std::string_view key);
 
 // The first value as a number, or fallback when there is none.

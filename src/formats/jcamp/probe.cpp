@@ -43,7 +43,7 @@ std::string ClassName2D(const Probe& probe) {
   const bool hetero = !probe.nuclei[0].empty() && !probe.nuclei[1].empty() &&
                       core::ToUpper(probe.nuclei[0]) != core::ToUpper(probe.nuclei[1]);
   const std::string& scheme = probe.header.acquisitionScheme;
-  const bool phase = !scheme.empty() && scheme.find("NOT") == std::string::npos && scheme != "UNDEFINED";
+  const bool phase = !scheme.empty() && !(scheme.find("NOT") != std::string::npos) && scheme != "UNDEFINED";
   return std::string(phase ? "VPH_" : "V_") + (hetero ? "HETERO" : "HOMO");
 }
 
@@ -66,8 +66,8 @@ model::ModeResult ReadModeJCAMP(const std::filesystem::path& file) {
     result.reason = msg::kNoLabel;
     return result;
   }
-  const bool fid = type.find("NMR FID") != std::string::npos;
-  if (!fid && type.find("NMR SPECTRUM") == std::string::npos) {
+  const bool fid = type.find("NMRFID") != std::string::npos;
+  if (!fid && type.find("NMRSPECTRUM") == std::string::npos) {
     result.code = 1;
     result.reason = msg::kNotNmr;
     return result;
@@ -75,7 +75,7 @@ model::ModeResult ReadModeJCAMP(const std::filesystem::path& file) {
   result.code = 0;
   result.processed = !fid;
   const std::string sequence = probe.pulseProgram.empty() ? probe.header.pulseSequence : probe.pulseProgram;
-  if (probe.numDim == 2 || type.find("ND NMR") != std::string::npos) {
+  if (probe.numDim == 2 || type.starts_with("NDNMR")) {
     if (fid) {
       result.code = 1;
       result.modeText = "ERR";

@@ -72,7 +72,7 @@ void EnterBrukerSection(TextCursor& cursor, model::Spectrum1D& s, std::optional<
       cursor.position = start;
       return;
     }
-    if (upper.starts_with("##$OFFSET=")) firstPointPpm = ParseNumber(line.substr(10));
+    if (SplitJcampLabel(line).key == "##$OFFSET") firstPointPpm = ParseNumber(JcampLabelText(line));
     ReadParaBruJcamp(line, cursor, s);
   }
 }
@@ -259,8 +259,8 @@ std::string ReadFile(const std::filesystem::path& file, model::Spectrum1D& s) {
     if (TakeHeaderLabel(key, label, line, session.header)) {
       const std::string& type = session.header.dataType;
       if (key == "##DATATYPE" && type.find("LINK") == std::string::npos) {
-        session.fid = type.find("NMR FID") != std::string::npos;
-        if (!session.fid && type.find("NMR SPECTRUM") == std::string::npos) return session.Fail(msg::kNotNmr);
+        session.fid = type.find("NMRFID") != std::string::npos;
+        if (!session.fid && type.find("NMRSPECTRUM") == std::string::npos) return session.Fail(msg::kNotNmr);
       }
       if (key == "##.OBSERVEFREQUENCY" && !(session.header.observeMHz > 0)) return session.Fail(msg::kNoFrequency);
       return true;

@@ -28,6 +28,7 @@ struct Session2D {
   std::array<std::int64_t, 2> points{};
   std::array<double, 2> first{}, last{};
   double yFactor = 1, f2Factor = 1;
+  double f1MHz = 0;  // "##$F1 OBSERVE FREQUENCY", which this program's own files state
   bool pagesBegun = false;
   std::int64_t pagesRead = 0;
   bool counting = false;  // the first pass: pages are counted and checked, nothing is stored
@@ -62,6 +63,8 @@ void TakeLabel(const std::string& key, const JcampLabel& label, Session2D& sessi
       session.nuclei[a] = model::NormalizeNucleus(label.values[a]);
   } else if (key == "##VARDIM") {
     for (std::size_t a = 0; a < 2; ++a) session.points[a] = static_cast<std::int64_t>(std::clamp(number(a), 0.0, 1e12));
+  } else if (key == "##$F1 OBSERVE FREQUENCY") {
+    session.f1MHz = number(0);
   } else if (session.pagesBegun) {
     return;  // the "##FIRST" of every page repeats the axes
   } else if (key == "##FIRST") {
@@ -150,7 +153,9 @@ std::string Finish(const Session2D& session, const std::filesystem::path& file, 
   if (axes.nuclei[1].empty()) axes.nuclei[1] = h.nucleus;
   if (axes.nuclei[0].empty()) axes.nuclei[0] = axes.nuclei[1];
   const double r1 = RatioTo1H(axes.nuclei[0]), r2 = RatioTo1H(axes.nuclei[1]);
-  const double f1MHz = axes.nuclei[0] != axes.nuclei[1] && r1 > 0 && r2 > 0 ? f2MHz * r1 / r2 : f2MHz;
+  const double f1MHz = session.f1MHz > 0                                       ? session.f1MHz
+                       : axes.nuclei[0] != axes.nuclei[1] && r1 > 0 && r2 > 0 ? f2MHz * r1 / r2
+                                                                              : f2MHz;
   SetAxis(axes, model::F1, f1MHz, s);
   SetAxis(axes, model::F2, f2MHz, s);
   model::RebuildPpmTables(s);

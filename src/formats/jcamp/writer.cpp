@@ -6,39 +6,16 @@
 #include <optional>
 #include <span>
 
-#include "core/atomic_write.h"
 #include "formats/jcamp/asdf.h"
 #include "formats/jcamp/messages.h"
 #include "formats/jcamp/params.h"
+#include "formats/jcamp/writer_text.h"
 #include "formats/read_result.h"
 
 namespace velk::formats::jcamp {
 namespace {
 
 namespace msg = messages;
-
-// Integers of the tables span at most 23 bits: 4194304 is the largest magnitude written.
-constexpr double kFullScale = 4194304.0;
-
-// A number with at most `decimals` places and at least `minimum`, without trailing zeros.
-std::string Fixed(double value, int decimals, int minimum = 0) {
-  char text[64];
-  std::snprintf(text, sizeof text, "%.*f", decimals, value);
-  std::string s = text;
-  if (s.find('.') == std::string::npos) return s;
-  const std::size_t dot = s.find('.');
-  while (s.size() > dot + 1 + static_cast<std::size_t>(minimum) && s.back() == '0') s.pop_back();
-  if (s.back() == '.') s.pop_back();
-  return s == "-0" ? "0" : s;
-}
-
-// Factors keep twelve significant digits: with fixed decimals a factor near 1e-7 would keep only
-// three, and the values would not come back to within one table step.
-std::string Factor(double value) {
-  char text[40];
-  std::snprintf(text, sizeof text, "%.12g", value);
-  return text;
-}
 
 struct Scaled {
   std::vector<std::int64_t> values;  // from the highest index down to index 0
@@ -74,15 +51,6 @@ Axis AxisOf(const model::Spectrum1D& s) {
   return a;
 }
 
-// A value stays on its line: line breaks and other control characters become blanks.
-void Line(std::string& out, const std::string& label, std::string value = {}) {
-  for (char& c : value)
-    if (static_cast<unsigned char>(c) < 32) c = ' ';
-  out += label;
-  if (!value.empty()) out += (label.starts_with("##$") ? "\t" : " ") + value;
-  out += '\n';
-}
-
 void Head(std::string& out, const model::Spectrum1D& s, const Axis& axis, const char* dataClass, bool ruled) {
   const model::NmrParameters& p = s.params;
   Line(out, "##TITLE=", s.comment.empty() ? p.COMNT : s.comment);
@@ -108,15 +76,7 @@ void Head(std::string& out, const model::Spectrum1D& s, const Axis& axis, const 
 }
 
 void Table(std::string& out, const Scaled& scaled) {
-  const auto n = static_cast<std::int64_t>(scaled.values.size());
-  for (const std::string& line : EncodeDifDupLines(scaled.values, n - 1, -1)) Line(out, line);
-}
-
-platform::Outcome WriteText(const std::filesystem::path& file, const std::string& text) {
-  return core::WriteAtomically(file, core::StreamWriter([&](std::ostream& out) {
-    out.write(text.data(), static_cast<std::streamsize>(text.size()));
-    return static_cast<bool>(out);
-  }));
+  jcamp::Table(out, scaled.values, static_cast<std::int64_t>(scaled.values.size()) - 1);
 }
 
 // The reason a set cannot be written, or nothing.

@@ -10,6 +10,7 @@
 #include "formats/elements.h"
 #include "formats/read_result.h"
 #include "formats/varian/messages.h"
+#include "formats/varian/recipe.h"
 
 namespace velk::formats::varian {
 namespace {
@@ -122,12 +123,13 @@ void SetAxis2D(model::Spectrum2D& s, int axis, std::int32_t points, double rfl, 
   info.Point = points;
   info.Resolution = points > 0 ? info.Frequency / points : 0;
   info.window.BF = static_cast<float>(info.Resolution / 2);
-  const Reference r = ReferenceOf(rfl, rfp, info.Frequency, extras.absFreqCenter, points);
+  // Shifts are counted on the 0 ppm frequency where the parameters give one (reffrq1 of F1).
+  if (!(extras.absFreq0ppm > 0)) extras.absFreq0ppm = extras.absFreqCenter;
+  const Reference r = ReferenceOf(rfl, rfp, info.Frequency, extras.absFreq0ppm, points);
   info.Reference = r.ppm;
   info.RefPoint = r.point;
   extras.ppmFirst = r.ppmFirst;
   extras.ppmStep = r.ppmStep;
-  extras.absFreq0ppm = extras.absFreqCenter;
 }
 
 platform::Outcome Allocate2D(model::Spectrum2D& s, std::int64_t columns, std::int64_t rows) {
@@ -217,6 +219,8 @@ platform::Outcome ReadDataVarian2D(const std::filesystem::path& file, const Vari
     const bool pairs = pulseModeClass == model::VPH_HOMO || pulseModeClass == model::VPH_HMBC ||
                        pulseModeClass == model::VPH_HETERO;
     const std::int64_t rows = pairs ? blocks / 2 : blocks;
+    if (const std::string why = NonUniformSamplingOf(p, file.parent_path()); !why.empty())
+      return Bad(msg::NonUniformSampling(why));
     const std::int64_t columns = l.traceBytes / 2 / 4;
     const std::int64_t complexPoints = std::min(columns, l.elements / 2);
     if (rows < 1 || complexPoints < 1) return Bad(msg::kNoPoints);
@@ -245,6 +249,8 @@ platform::Outcome ReadDataVarian2D(const std::filesystem::path& file, const Vari
     SetAxis2D(out, model::F1, f1Points, VarianNumber(p, "RFL1"), VarianNumber(p, "RFP1"));
     out.params.POINT = f2Points;
     out.params.RESOL = out.axis[model::F2].Resolution;
+    const auto procpar = FindVarianParameterFile(file);
+    out.vendor.recipe = VarianRecipe(p, f2Points, f1Points, procpar ? procpar->string() : file.string());
     model::RebuildPpmTables(out);
     model::RepairAfterRead2D(out, pulseModeClass);
     out.texts.fileName = file.filename().string();

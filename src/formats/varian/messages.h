@@ -1,5 +1,7 @@
 #pragma once
 // The words of the Varian reader.
+#include <string>
+
 namespace velk::formats::varian::messages {
 
 inline constexpr const char* kModeTag = "RMV/2DRW (";
@@ -19,5 +21,12 @@ inline constexpr const char* kCannotRead = "the file cannot be read";
 inline constexpr const char* kBadHeader = "the file header does not describe the data that follow";
 inline constexpr const char* kNoFrequency = "the parameter file gives no observe frequency (sfrq)";
 inline constexpr const char* kNoPoints = "the data file holds no points";
+
+// Raw data whose increments were not taken at even steps are refused rather than transformed as if
+// they were.
+inline std::string NonUniformSampling(const std::string& why) {
+  return "Non-uniformly sampled data (" + why + "): the F1 increments were not taken at even steps, and this "
+         "program transforms evenly sampled data only";
+}
 
 }  // namespace velk::formats::varian::messages

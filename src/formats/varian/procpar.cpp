@@ -8,6 +8,7 @@
 #include "core/text.h"
 #include "formats/text_lines.h"
 #include "formats/varian/messages.h"
+#include "formats/varian/recipe.h"
 #include "model/nucleus.h"
 
 namespace velk::formats::varian {
@@ -94,6 +95,8 @@ std::optional<VarianParameters> ReadVarianParameters(const std::filesystem::path
     const bool isString = head[2] == "2";
     auto values = ReadValues(cursor, isString);
     if (!values) break;
+    // A number switched off (its active flag 0) reads as 'n', as the vendor's software shows it.
+    if (!isString && head.size() > 9 && head[9] == "0") *values = {"n"};
     ReadTextLine(cursor);  // the enumeration line
     parameters[core::ToUpper(head[0])] = std::move(*values);
   }
@@ -128,9 +131,6 @@ model::ModeResult RMV(const std::filesystem::path& parameterFile, platform::Prom
   const std::string array = core::ToUpper(VarianText(*p, "ARRAY"));
   const double arrayDim = VarianNumber(*p, "ARRAYDIM", 1);
   const double sfrq = VarianNumber(*p, "SFRQ");
-  double dfrq = VarianNumber(*p, "DFRQ");
-  const std::string tn = model::NormalizeNucleus(VarianText(*p, "TN"));
-  std::string dn = model::NormalizeNucleus(VarianText(*p, "DN"));
   std::string sequence = VarianText(*p, "SEQFIL");
   if (sequence.empty()) sequence = VarianText(*p, "PSLABEL");
   result.code = 0;
@@ -143,19 +143,15 @@ model::ModeResult RMV(const std::filesystem::path& parameterFile, platform::Prom
                                      platform::Icon::Question, true};
     if (prompt.Ask(question) == platform::Answer::No) return result;
   }
-  const bool hetero = dn != tn && dn != "NUL" && !dn.empty();
-  if (!hetero) {
-    dn = tn;
-    dfrq = sfrq;
-    if (sfrq == 0) {
-      result = {};
-      result.code = -1;
-      result.reason = msg::kNoFrequency;
-      return result;
-    }
+  const F1Channel f1 = F1ChannelOf(*p);
+  if (!f1.heteronuclear && sfrq == 0) {
+    result = {};
+    result.code = -1;
+    result.reason = msg::kNoFrequency;
+    return result;
   }
-  result.modeText = std::string(phase ? "VPH_" : "V_") + (hetero ? "HETERO" : "HOMO") + ":" + sequence;
-  if (sfrq != 0 && dfrq != 0) result.kind = std::fabs(sfrq - dfrq) / sfrq < 0.01 ? "HOMO" : "HETERO";
+  result.modeText = std::string(phase ? "VPH_" : "V_") + (f1.heteronuclear ? "HETERO" : "HOMO") + ":" + sequence;
+  if (sfrq != 0 && f1.mhz != 0) result.kind = std::fabs(sfrq - f1.mhz) / sfrq < 0.01 ? "HOMO" : "HETERO";
   return result;
 }
 
@@ -209,10 +205,10 @@ void ReadParaVarian2D(const VarianParameters& p, model::Spectrum2D& s) {
   s.extras[model::F2].absFreqCenter = s.params.OFR;
   s.extras[model::F2].nucleus = s.params.OBNUC;
   s.axis[model::F2].Frequency = s.params.FREQU;
-  const double dfrq = VarianNumber(p, "DFRQ");
-  const bool hetero = !s.params.IRNUC.empty() && s.params.IRNUC != "NUL" && s.params.IRNUC != s.params.OBNUC;
-  s.extras[model::F1].absFreqCenter = hetero && dfrq > 0 ? dfrq : s.params.OFR;
-  s.extras[model::F1].nucleus = hetero ? s.params.IRNUC : s.params.OBNUC;
+  const F1Channel f1 = F1ChannelOf(p);
+  s.extras[model::F1].absFreqCenter = f1.mhz;
+  s.extras[model::F1].absFreq0ppm = f1.zeroPpmMhz;
+  s.extras[model::F1].nucleus = f1.nucleus;
   s.axis[model::F1].Frequency = static_cast<float>(VarianNumber(p, "SW1"));
   s.extras[model::F1].fidPoints = Clamped<std::int32_t>(VarianNumber(p, "NI"));
 }
