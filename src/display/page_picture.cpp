@@ -31,6 +31,21 @@ void DrawProjection(platform::Surface& surface, const Projection& p, TracePanel 
   if (!p.negative.empty()) DrawTrace(surface, panel, ppm, p.negative, points, negativeColor, 1);
 }
 
+// A 1D set over the panel of its axis, on its own points and scale; false when it has none.
+bool DrawCompanion(platform::Surface& surface, const model::Spectrum1D* set, TracePanel panel) {
+  if (!set) return false;
+  const std::size_t n = std::min(set->re.size(), set->axisPpm.size());
+  if (n < 2) return false;
+  const std::vector<float> ppm(set->axisPpm.begin(), set->axisPpm.begin() + static_cast<std::ptrdiff_t>(n));
+  const std::vector<float> values(set->re.begin(), set->re.begin() + static_cast<std::ptrdiff_t>(n));
+  const auto [low, high] = std::minmax_element(values.begin(), values.end());
+  const float room = 0.05f * (*high - *low);
+  panel.valueHigh = *high + room;
+  panel.valueLow = *low - room;
+  DrawTrace(surface, panel, ppm, values, static_cast<int>(n), kTraceColor, 1);
+  return true;
+}
+
 }  // namespace
 
 MainViewLayout LayOutMainView(platform::Extent size, bool withTraces) {
@@ -75,8 +90,10 @@ void DrawSurround(platform::Surface& surface, const MainViewLayout& l, const Mai
     Frame(surface, l.traceF2);
     Frame(surface, l.traceF1);
     // A slice cursor replaces the projection by the row or column it crosses, on the same scale.
+    const bool companions = input.traces == TraceKind::HighResolution1D;
     const auto panel = [&](const Projection& p, TracePanel where, const std::vector<float>& ppm, int points,
-                           std::vector<float> slice, const std::string& caption) {
+                           std::vector<float> slice, const std::string& caption, const model::Spectrum1D* set) {
+      if (slice.empty() && companions && DrawCompanion(surface, set, where)) return;
       if (slice.empty()) return DrawProjection(surface, p, where, ppm, points, negative);
       Projection shown{std::move(slice), {}, p.max, p.min};
       DrawProjection(surface, shown, where, ppm, points, negative);
@@ -87,17 +104,17 @@ void DrawSurround(platform::Surface& surface, const MainViewLayout& l, const Mai
     const bool rowShown = v.SliceF1 >= 0 && v.SliceF1 < static_cast<int>(s.ppmF1.size());
     const bool columnShown = v.SliceF2 >= 0 && v.SliceF2 < static_cast<int>(s.ppmF2.size());
     panel(f2, panelF2, s.ppmF2, s.axis[model::F2].Point, rowShown ? SliceAlongF2(s, v.SliceF1) : std::vector<float>{},
-          rowShown ? SliceCaption(false, s.ppmF1[v.SliceF1]) : std::string());
+          rowShown ? SliceCaption(false, s.ppmF1[v.SliceF1]) : std::string(), input.companionF2);
     panel(f1, panelF1, s.ppmF1, s.axis[model::F1].Point,
           columnShown ? SliceAlongF1(s, v.SliceF2) : std::vector<float>{},
-          columnShown ? SliceCaption(true, s.ppmF2[v.SliceF2]) : std::string());
+          columnShown ? SliceCaption(true, s.ppmF2[v.SliceF2]) : std::string(), input.companionF1);
   }
   DrawLevelBar(surface, l.levelBar, levels, input.setting, input.pulseModeClass, font);
 }
 
 bool DrawMainView(platform::Surface& surface, platform::Extent size, const MainViewInput& input,
                   platform::Progress& progress) {
-  const bool withTraces = input.traces == TraceKind::Projection || input.traces == TraceKind::ProjectionPosNeg;
+  const bool withTraces = input.traces != TraceKind::None;
   const MainViewLayout l = LayOutMainView(size, withTraces);
   if (l.contour.width < 3 || l.contour.height < 3) return false;
   const model::Spectrum2D& s = input.spectrum;

@@ -20,6 +20,9 @@ struct MainViewInput {
   TraceKind traces = TraceKind::Projection;
   std::string captionF2;
   std::string captionF1;
+  // "High Resolution 1D Data": the 1D sets read beside the 2D; a panel without one keeps its projection.
+  const model::Spectrum1D* companionF2 = nullptr;
+  const model::Spectrum1D* companionF1 = nullptr;
 };
 
 // Where the parts of the picture go on a surface of the given size.

@@ -6,6 +6,7 @@ void Replace(Document& present, Document&& fresh) {
   ClearUndo(present.undo);
   fresh.contour = present.contour;
   fresh.grid = present.grid;
+  fresh.traces = present.traces;
   present = std::move(fresh);
 }
 

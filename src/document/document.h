@@ -8,6 +8,7 @@
 #include "display/axes.h"
 #include "display/contour.h"
 #include "display/display_state.h"
+#include "display/traces.h"
 #include "document/undo_stack.h"
 #include "formats/registry.h"
 #include "model/spectrum.h"
@@ -33,6 +34,8 @@ struct Document {
   display::DisplayState view;
   display::ContourSetting contour;
   display::GridSetting grid;
+  // What the side panels show; the projection of both signs only where the contour has a negative side.
+  display::TraceKind traces = display::TraceKind::ProjectionPosNeg;
   UndoStack undo;
   // The phases each axis of the phase correction opens with: those the FT window transformed with.
   operations::PhaseMemory phases;
@@ -41,7 +44,7 @@ struct Document {
 inline int DimensionOf(const Document& d) { return model::Dimension(d.words.dataTypeCode); }
 inline bool Modified(const Document& d) { return !AtCleanMark(d.undo); }
 // A data set read in place of the present one: the new data with a fresh view and undo stack,
-// and the present contour setting and grid, which belong to the person's way of looking rather
+// and the present contour setting, grid and trace kind, which belong to the person's way of looking rather
 // than to a file. The undo files of the present data set are removed.
 void Replace(Document& present, Document&& fresh);
 // The records as the writers take them.

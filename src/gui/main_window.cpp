@@ -166,6 +166,19 @@ void MainWindow::BuildMenus() {
   view->addAction("Change Display Area...", this, [this] { ChangeDisplayArea(); });
   view->addAction("Set up Grid...", this, [this] { SetUpGrid(); });
   view->addSeparator();
+  // What the side panels show.
+  auto* traces = new QActionGroup(this);
+  const std::pair<const char*, display::TraceKind> kinds[] = {
+      {"High Resolution 1D Data", display::TraceKind::HighResolution1D},
+      {"Projection of 2D", display::TraceKind::Projection},
+      {"Projection(Positiv && Negative)", display::TraceKind::ProjectionPosNeg}};
+  for (const auto& [text, kind] : kinds) {
+    QAction* a = view->addAction(text, this, [this, k = kind] { SetTraces(k); });
+    a->setCheckable(true);
+    a->setChecked(kind == session_.document.traces);
+    traces->addAction(a);
+  }
+  view->addSeparator();
   subModes_ = new QActionGroup(this);
   const std::pair<const char*, int> modes[] = {{"Expansion", display::kExpand}, {"Slices", display::kSlice},
                                                {"Pan", display::kPanView}};
@@ -331,11 +344,11 @@ void MainWindow::ShowData() {
   model::Spectrum2D& s = d.spectrum;
   const float largest = display::LargestShownMagnitude(s, d.words.pulseModeClass, d.contour);
   fullScale_ = largest > 0 ? largest : 1.0f;
-  // Our own files keep their limits; a vendor's spectrum starts at 100 % and 10 % of its largest value.
-  if (model::FormatOf(d.words.dataTypeCode) != model::kVer4 || !(s.LowerLimit > 0 && s.LowerLimit < s.UpperLimit)) {
-    s.UpperLimit = fullScale_;
-    s.LowerLimit = 0.1f * fullScale_;
-  }
+  // No file holds the limits (a Ver.4 file neither): every spectrum starts at 100 % and 10 % of its
+  // largest value. Taking a Ver.4 file's record defaults of 1.0 and 0.1 as limits drew the noise of
+  // spectra that are not normalised to 1.
+  s.UpperLimit = fullScale_;
+  s.LowerLimit = 0.1f * fullScale_;
   d.view = {};
   display::ShowFullSpectrum(d.view, s);
   tools_.Switch(d.view, display::kNoTool);
@@ -530,6 +543,11 @@ void MainWindow::RefreshUndo() {
   const document::UndoStack& stack = session_.document.undo;
   undoAction_->setText(QString::fromStdString(document::UndoCaption(stack)));
   undoAction_->setEnabled(view_->Shown() && document::CanUndo(stack));
+}
+
+void MainWindow::SetTraces(display::TraceKind kind) {
+  session_.document.traces = kind;
+  view_->Recompose();
 }
 
 void MainWindow::SetSubMode(int subMode) {

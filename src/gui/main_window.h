@@ -60,6 +60,8 @@ class MainWindow final : public QMainWindow {
   void FullView();
   void ZoomOut();
   void SetSubMode(int subMode);
+  // "High Resolution 1D Data", "Projection of 2D" or "Projection(Positiv && Negative)" in the side panels.
+  void SetTraces(display::TraceKind kind);
   void ChangeContour();
   void SetEnvironment();
   void ChangeDisplayArea();

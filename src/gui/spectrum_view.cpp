@@ -134,9 +134,11 @@ void SpectrumView::Compose() {
   if (d.grid.shown) display::DrawGridLines(surface, layout_.contour, d.view, d.grid);
   // Both signs of the projection where the contour has a negative side, else the positive only.
   const int cls = d.words.pulseModeClass;
-  const display::TraceKind kind = display::HasNegativeSide(d.contour, cls) ? display::TraceKind::ProjectionPosNeg
-                                                                           : display::TraceKind::Projection;
-  const display::MainViewInput input{d.spectrum, cls, d.contour, d.view, kind, axisCaptionF2_, axisCaptionF1_};
+  const display::TraceKind kind = d.traces == display::TraceKind::ProjectionPosNeg && !display::HasNegativeSide(d.contour, cls)
+                                      ? display::TraceKind::Projection
+                                      : d.traces;
+  const display::MainViewInput input{d.spectrum,     cls,           d.contour,       d.view,         kind,
+                                     axisCaptionF2_, axisCaptionF1_, &d.companionF2, &d.companionF1};
   display::DrawSurround(surface, layout_, input, levels_, projF2_, projF1_);
   const display::DisplayState& v = d.view;
   const model::Spectrum2D& s = d.spectrum;

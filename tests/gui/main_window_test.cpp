@@ -387,6 +387,24 @@ class MainWindowTest : public QObject {
     recent->trigger();
     QVERIFY(QTest::qWaitFor([&] { return !w.Opening() && w.Picture().Shown(); }, 60000));
     QCOMPARE(w.windowTitle(), spectrum + " NMR 2D ");
+
+    // The cyclosporin 1H spectrum as the F2 trace: "High Resolution 1D Data" draws it in the F2
+    // panel; the F1 panel, with no 1D set, keeps its projection.
+    QVERIFY(WaitTraced(w));
+    const gui::SpectrumView& view = w.Picture();
+    const auto panel = [&view](const display::Rect& r) { return view.Frame().copy(r.x, r.y, r.width, r.height); };
+    const QImage projectionF2 = panel(view.Layout().traceF2), projectionF1 = panel(view.Layout().traceF1);
+    w.ReadTrace(model::F2, test::CorpusPath("bruker/cyclosporin_1h/1/pdata/1/1r").string());
+    QVERIFY(QTest::qWaitFor([&] { return !w.Opening(); }, 60000));
+    QVERIFY(WaitTraced(w));
+    QVERIFY(w.Document().companionF2.re.size() > 1000);
+    QVERIFY(w.Document().companionF1.re.empty());
+    QCOMPARE(panel(view.Layout().traceF2), projectionF2);  // the projections stay until asked
+    action("High Resolution 1D Data")->trigger();
+    QVERIFY(panel(view.Layout().traceF2) != projectionF2);
+    QCOMPARE(panel(view.Layout().traceF1), projectionF1);
+    action("Projection(Positiv && Negative)")->trigger();
+    QCOMPARE(panel(view.Layout().traceF2), projectionF2);
   }
 
   // The example's raw COSY in the FT window: rows stepped, a phase held on its step label (the

@@ -13,6 +13,7 @@
 #include <QTimer>
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
 
 #include "document/write_data_set.h"
@@ -149,6 +150,7 @@ int main(int argc, char** argv) {
   platform::qt::QtPrompt prompt(&w);
   native::ChooseSaveMode(prompt, document::SaveSituationOf(w.Document()));
 
+
   // The HSQC's raw FID in the FT window: a row near the top of the FID in the F2 view, the
   // column of the largest signal in the F1 view; then "Exit without FFT".
   if (argc == 5 && (ft = test::OpenFid(w, argv[4]))) {
@@ -189,6 +191,19 @@ int main(int argc, char** argv) {
     GrabNextDialog(out + "/dialog-ft-end.png", "OK");
     ft->close();
     ok &= Settled(w);
+  }
+
+  // The whole HSQC with the cyclosporin 1H spectrum beside it as the F2 trace, when the corpus
+  // holds it (it lies next to the HSQC).
+  const std::filesystem::path proton =
+      std::filesystem::path(argv[3]).parent_path() / "../../../../cyclosporin_1h/1/pdata/1/1r";
+  if (std::filesystem::exists(proton)) {
+    w.ReadTrace(model::F2, proton.lexically_normal().string());
+    ok &= Settled(w);
+    w.SetSubMode(display::kExpand);
+    w.FullView();
+    w.SetTraces(display::TraceKind::HighResolution1D);
+    ok &= Settled(w) && Save(w, out + "/main-hsqc-1h-trace.png");
   }
 
   // A folded INADEQUATE set made one by "Change Inadequate Spectrum": its slope 2 line, the two
