@@ -7,8 +7,6 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QDialog>
-#include <QFileDialog>
-#include <QInputDialog>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
@@ -16,10 +14,8 @@
 #include <QtTest>
 #include <algorithm>
 #include <cmath>
-#include <functional>
 
 #include "display/view_navigation.h"
-#include "document/read_data_set.h"
 #include "gui/main_window.h"
 #include "gui/step_label.h"
 #include "gui/window_dialog.h"
@@ -71,16 +67,6 @@ struct Answerer {
     });
   }
 };
-
-// Handles the next modal dialogs one after another: each step acts on its dialog and says true,
-// or says false while its dialog is not up yet.
-void HandleDialogs(std::vector<std::function<bool(QWidget*)>> steps, std::size_t i = 0) {
-  if (i == steps.size()) return;
-  QTimer::singleShot(10, [steps, i] {
-    QWidget* dialog = QApplication::activeModalWidget();
-    HandleDialogs(steps, dialog && steps[i](dialog) ? i + 1 : i);
-  });
-}
 
 }  // namespace
 
@@ -232,47 +218,6 @@ class MainWindowTest : public QObject {
     QCOMPARE(yellow(), 0);
     QCOMPARE(undo->text(), QString("UnDo"));
     QVERIFY(!undo->isEnabled());
-    QVERIFY(!document::Modified(w.Document()));
-
-    // Save offers all four planes or the real plane only, with their sizes; "Save Real only"
-    // after its confirmation writes RR alone, value for value.
-    const std::filesystem::path saved = folders / "hsqc-real.vlk2";
-    QStringList options;
-    QString confirmation;
-    HandleDialogs({[&](QWidget* d) {
-                     auto* files = qobject_cast<QFileDialog*>(d);
-                     if (!files) return false;
-                     files->selectFile(QString::fromStdString(saved.string()));
-                     static_cast<QDialog*>(files)->accept();
-                     return true;
-                   },
-                   [&](QWidget* d) {
-                     auto* choice = qobject_cast<QInputDialog*>(d);
-                     if (!choice || choice->windowTitle() != "Cut down of Saved Data Size") return false;
-                     options = choice->comboBoxItems();
-                     choice->setTextValue(options.value(1));
-                     choice->accept();
-                     return true;
-                   },
-                   [&](QWidget* d) {
-                     auto* box = qobject_cast<QMessageBox*>(d);
-                     if (!box || box->windowTitle() != "Confirming!") return false;
-                     confirmation = box->text();
-                     for (QAbstractButton* b : box->buttons())
-                       if (b->text() == "OK") b->click();
-                     return true;
-                   }});
-    QTest::keyClick(&w, Qt::Key_S, Qt::ControlModifier);
-    QCOMPARE(options.size(), 2);
-    QVERIFY(options[0].startsWith("Save All Data(incl.Image)(ca ") && options[0].endsWith(" Mbyte)"));
-    QVERIFY(options[1].startsWith("Save Real only(ca "));
-    QCOMPARE(confirmation, QString("Phase of saved Data can not be corrected. OK?"));
-    platform::qt::QtPrompt quiet(nullptr);
-    const document::ReadResult back = document::ReadDataSet(saved, quiet);
-    QVERIFY(back.outcome.ok());
-    QCOMPARE(back.document->words.realOnly, 1);
-    for (int r : {0, 100, s.axis[model::F1].Point - 1})
-      QCOMPARE(back.document->spectrum.RR.at(200, r), s.RR.at(200, r));
     QVERIFY(!document::Modified(w.Document()));
 
     // Close asks about the data; Cancel keeps the window, "Do not Save" ends it.
