@@ -41,7 +41,7 @@ TEST(AutoPhase, EditedHsqcGetsTheVendorsSigns) {
 // of the vendor's peak place, since on 128 rows the nearest point is often a side lobe. With the
 // phases found at 1024 x 1024 this read-out gives 77 of the 100 strongest peaks; an estimate that
 // summed nine points along the axis and let the F1 first order run to 180 degrees gave 70, and
-// the nearest point alone gives only 13 to 15 of the 20 strongest even with good phases.
+// the nearest point alone gives only 17 of the 20 strongest even with those phases.
 TEST(AutoPhase, CoarseHsqcAgreesWithTheVendorOverTheWholeSpectrum) {
   Processed t = Process("cyclosporin_hsqc/3", false);
   model::Spectrum2D& s = t.ours;
