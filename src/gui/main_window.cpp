@@ -166,6 +166,9 @@ void MainWindow::BuildMenus() {
     subModes_->addAction(a);
   }
 
+  operations_ = new OperationTools(session_, data_, *view_, prompt_, *this);
+  operations_->AddMenus(*menuBar());
+
   QMenu* help = menuBar()->addMenu("&Help");
   help->addAction("About", this, [this] {
     prompt_.Ask({"NMR 2D", "velk2d " + std::string(VELK_VERSION_TEXT), platform::Buttons::Ok});

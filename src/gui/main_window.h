@@ -9,6 +9,7 @@
 
 #include "document/session.h"
 #include "gui/ft_dialog.h"
+#include "gui/operation_tools.h"
 #include "gui/spectrum_view.h"
 #include "gui/worker.h"
 #include "platform/qt/qt_prompt.h"
@@ -42,6 +43,7 @@ class MainWindow final : public QMainWindow {
   const document::Session& Session() const { return session_; }
   const ViewData& View() const { return data_; }
   SpectrumView& Picture() { return *view_; }
+  OperationTools& Operations() { return *operations_; }
   QString UpperText() const;
   QString LowerText() const;
   QString CursorText() const;
@@ -90,6 +92,7 @@ class MainWindow final : public QMainWindow {
   SpectrumView* view_ = nullptr;
   Worker opening_;
   FtDialog* ft_ = nullptr;  // the FT window while a raw FID is in it
+  OperationTools* operations_ = nullptr;  // phase, baseline, symmetrize, reference and their undo
   float fullScale_ = 1.0f;  // the largest shown value: 100 % of the limits
   bool ended_ = false;
   bool snapshotBack_ = false;  // the shown spectrum came back from its snapshot

@@ -1,0 +1,317 @@
+#include "gui/operation_tools.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QDockWidget>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "display/view_navigation.h"
+#include "document/inadequate_commands.h"
+#include "document/peak_commands.h"
+#include "gui/baseline_tool_panel.h"
+#include "gui/phase_tool_panel.h"
+#include "gui/reference_tool_panel.h"
+#include "gui/symmetrize_tool_panel.h"
+#include "gui/tool_overlay.h"
+#include "operations/baseline_tool.h"
+#include "operations/messages.h"
+#include "operations/rearrange.h"
+#include "operations/reference_tool.h"
+#include "operations/symmetrize_tool.h"
+
+namespace velk::gui {
+
+using model::F1;
+using model::F2;
+
+namespace {
+
+constexpr const char* kInvertNote =
+    "\"Invert\" means to invert the chemical shift of 2D spectrum. To invert display direction only, use \"Change "
+    "Display Area\" menu.";
+
+// A busy pointer for the length of a whole-spectrum operation.
+struct BusyPointer {
+  BusyPointer() { QApplication::setOverrideCursor(Qt::BusyCursor); }
+  ~BusyPointer() { QApplication::restoreOverrideCursor(); }
+};
+
+}  // namespace
+
+OperationTools::OperationTools(document::Session& session, ViewData& data, SpectrumView& view,
+                               platform::Prompt& prompt, QMainWindow& window)
+    : QObject(&window),
+      session_(session),
+      data_(data),
+      view_(view),
+      prompt_(prompt),
+      window_(window),
+      files_(document::SnapshotFilesOf(session.run)),
+      host_(document::MakeToolHost(session.document, files_, prompt, 0, &data.state)) {
+  host_.dataFixed = [this] { DataChanged(); };
+  for (int mode : {display::kReference2D, display::kPhaseF1, display::kPhaseF2, display::kBaselineF1,
+                   display::kBaselineF2, display::kSymmetrization})
+    data_.tools.Add(mode, std::make_unique<ToolOverlay>(*this));
+}
+
+OperationTools::~OperationTools() = default;
+
+void OperationTools::AddMenus(QMenuBar& bar) {
+  QMenu* tools = bar.addMenu("&Tools");
+  tools->addAction("F1 Phase Corr.", this, [this] { BeginPhase(F1); });
+  tools->addAction("F2 Phase Corr.", this, [this] { BeginPhase(F2); });
+  tools->addSeparator();
+  tools->addAction("F1 BaseLine Cor.", this, [this] { BeginBaseline(F1); });
+  tools->addAction("F2 BaseLine Cor.", this, [this] { BeginBaseline(F2); });
+  tools->addSeparator();
+  tools->addAction("Symmetrize", this, [this] { BeginSymmetrize(); });
+  tools->addAction("Invert Spectrum...", this, [this] {
+    if (!Ready() || !ResolveOthers()) return;
+    QDialog dialog(&window_);
+    dialog.setWindowTitle("Invert Spectrum");
+    auto* layout = new QVBoxLayout(&dialog);
+    auto* f1 = new QCheckBox("Invert F1 Axis", &dialog);
+    auto* f2 = new QCheckBox("Invert F2 Axis", &dialog);
+    auto* note = new QLabel(kInvertNote, &dialog);
+    note->setWordWrap(true);
+    auto* buttons = new QDialogButtonBox(&dialog);
+    buttons->addButton("Execute", QDialogButtonBox::AcceptRole);
+    buttons->addButton(QDialogButtonBox::Cancel);
+    connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    for (QWidget* w : {static_cast<QWidget*>(f1), static_cast<QWidget*>(f2), static_cast<QWidget*>(note),
+                       static_cast<QWidget*>(buttons)})
+      layout->addWidget(w);
+    if (dialog.exec() == QDialog::Accepted) Invert(f1->isChecked(), f2->isChecked());
+  });
+  QAction* exchange = tools->addAction("Exchange F1 and F2 Data", this, [this] { Exchange(); });
+  tools->addSeparator();
+  tools->addAction("Reference Setting", this, [this] { BeginReference(); });
+  // Exchange needs a heteronuclear class or HMBC.
+  connect(tools, &QMenu::aboutToShow, this,
+          [this, exchange] { exchange->setEnabled(operations::CanExchange(session_.document.words.pulseModeClass)); });
+
+  for (QAction* a : bar.actions())
+    if (a->menu())
+      for (QAction* entry : a->menu()->actions())
+        if (entry->text().startsWith("UnDo") || entry->text().startsWith("&Undo")) return;
+  QMenu* edit = bar.addMenu("&Edit");
+  undo_ = edit->addAction("UnDo", QKeySequence::Undo, this, [this] { Undo(); });
+  connect(edit, &QMenu::aboutToShow, this, [this] { UpdateUndoAction(); });
+  UpdateUndoAction();
+}
+
+bool OperationTools::Ready() const { return data_.spectrum != nullptr && !data_.state.Painting; }
+
+// The window's own resolver, which asks whatever tool is open (ours or another's).
+bool OperationTools::ResolveOthers() { return data_.tools.Resolve(data_.state); }
+
+bool OperationTools::MayBegin(std::int16_t mode) {
+  if (!Ready() || data_.state.ToolMode == mode || !ResolveOthers()) return false;
+  view_.StopTracing();
+  host_.pulseModeClass = session_.document.words.pulseModeClass;
+  return true;
+}
+
+void OperationTools::BeginPhase(model::Axis axis) {
+  if (!MayBegin(axis == F1 ? display::kPhaseF1 : display::kPhaseF2)) return;
+  if (!operations::BeginPhaseCorrection(host_, active_, phases_, axis)) return;
+  auto& tool = static_cast<operations::PhaseTool&>(*active_.tool);
+  Opened(new PhaseToolPanel(*this, tool), axis == F1 ? "F1 Phase Correction" : "F2 Phase Correction");
+}
+
+void OperationTools::BeginBaseline(model::Axis axis) {
+  if (!MayBegin(axis == F1 ? display::kBaselineF1 : display::kBaselineF2)) return;
+  const int avePoint = static_cast<int>(core::Number(session_.settings2D, "AVERAGING POINT"));
+  if (!operations::BeginBaseCorrection(host_, active_, axis, avePoint >= 1 && avePoint <= 20 ? avePoint : 2)) return;
+  auto& tool = static_cast<operations::BaselineTool&>(*active_.tool);
+  Opened(new BaselineToolPanel(*this, tool), axis == F1 ? "F1 Base Line Correction" : "F2 Base Line Correction");
+}
+
+void OperationTools::BeginSymmetrize() {
+  if (!MayBegin(display::kSymmetrization)) return;
+  if (!operations::BeginSymmetrize(host_, active_)) return;
+  Opened(new SymmetrizeToolPanel(*this, static_cast<operations::SymmetrizeTool&>(*active_.tool)), "Symmetrization");
+}
+
+void OperationTools::BeginReference() {
+  if (!MayBegin(display::kReference2D)) return;
+  if (!operations::BeginReference(host_, active_)) return;
+  Opened(new ReferenceToolPanel(*this, static_cast<operations::ReferenceTool&>(*active_.tool)), "Reference Setting");
+}
+
+void OperationTools::Invert(bool f1, bool f2) {
+  if (!Ready() || (!f1 && !f2)) return;
+  view_.StopTracing();
+  {
+    BusyPointer busy;
+    operations::InvertSpectrum(session_.document.spectrum, f1, f2);
+  }
+  host_.markUnsaved();
+  DataChanged();
+}
+
+void OperationTools::Exchange() {
+  if (!Ready() || !operations::CanExchange(session_.document.words.pulseModeClass) || !ResolveOthers()) return;
+  const platform::Message question{std::string(operations::messages::kExchangeTitle),
+                                   std::string(operations::messages::kExchangeQuestion), platform::Buttons::OkCancel,
+                                   platform::Icon::Question, false};
+  if (prompt_.Ask(question) != platform::Answer::Ok) return;
+  view_.StopTracing();
+  platform::Outcome done;
+  {
+    BusyPointer busy;
+    done = operations::ExchangeF1F2(session_.document.spectrum);
+  }
+  if (!done.ok()) {
+    prompt_.Ask(done.message);
+    return;
+  }
+  model::Spectrum2D& s = session_.document.spectrum;
+  std::swap(data_.captionF1, data_.captionF2);
+  display::ShowFullSpectrum(data_.state, s);
+  host_.markUnsaved();
+  DataChanged();
+}
+
+void OperationTools::Undo() {
+  if (!data_.spectrum) return;
+  if (auto* base = dynamic_cast<operations::BaselineTool*>(active_.tool.get())) {
+    if (base->UndoPoint()) MarksChanged();
+    return;
+  }
+  if (!ResolveOthers()) return;
+  view_.StopTracing();
+  document::Document& d = session_.document;
+  const document::UndoRecord* top = document::TopUndo(d.undo);
+  if (!top) return;
+  const int kind = top->Kind;
+  bool undone = false;
+  if (document::IsToolUndoKind(kind)) undone = document::UndoToolRecord(d, files_, phases_, prompt_, &data_.state);
+  else if (document::IsPeakUndoKind(kind)) undone = document::UndoPeakEdit(d);
+  else if (kind == document::kUndoInadequateExtension) undone = document::UndoInadequateExtension(d);
+  if (undone) {
+    if (kind == operations::kUndoReference2D || kind == operations::kUndoReference1DF1 ||
+        kind == operations::kUndoReference1DF2)
+      ScaleChanged();
+    else
+      DataChanged();
+  }
+  UpdateUndoAction();
+}
+
+QString OperationTools::UndoText() const {
+  if (auto* base = dynamic_cast<const operations::BaselineTool*>(active_.tool.get()))
+    return QString::fromStdString(document::CaptionOf(base->PointUndoKind()));
+  return QString::fromStdString(document::UndoCaption(session_.document.undo));
+}
+
+bool OperationTools::UndoEnabled() const {
+  if (auto* base = dynamic_cast<const operations::BaselineTool*>(active_.tool.get()))
+    return base->PointUndoKind() > 0;
+  return data_.spectrum && document::CanUndo(session_.document.undo);
+}
+
+void OperationTools::UpdateUndoAction() {
+  if (!undo_) return;
+  undo_->setText(UndoText());
+  undo_->setEnabled(UndoEnabled());
+}
+
+bool OperationTools::LeaveOpenTool() {
+  if (!active_.tool) return true;
+  view_.StopTracing();
+  if (active_.tool->Resolve()) return false;
+  Ended();
+  DataChanged();
+  return true;
+}
+
+void OperationTools::Preview() {
+  if (!Active()) return;
+  view_.StopTracing();
+  {
+    BusyPointer busy;
+    Active()->Preview();
+  }
+  DataChanged();
+}
+
+void OperationTools::Reset() {
+  if (!Active()) return;
+  view_.StopTracing();
+  Active()->Reset();
+  DataChanged();
+}
+
+void OperationTools::Fix() {
+  if (!Active()) return;
+  view_.StopTracing();
+  Active()->Fix();
+  if (data_.state.ToolMode == display::kNoTool) Ended();
+  else emit changed();
+}
+
+void OperationTools::Cancel() {
+  if (!Active()) return;
+  view_.StopTracing();
+  Active()->Cancel();
+  Ended();
+  DataChanged();
+}
+
+void OperationTools::MarksChanged() {
+  UpdateUndoAction();
+  view_.update();
+  emit changed();
+}
+
+void OperationTools::ScaleChanged() {
+  view_.Recompose();
+  emit changed();
+}
+
+QWidget* OperationTools::Panel() const { return dock_ ? dock_->widget() : nullptr; }
+
+void OperationTools::Opened(QWidget* panel, const QString& title) {
+  if (!dock_) {
+    dock_ = new QDockWidget(&window_);
+    dock_->setObjectName("toolPanel");
+    dock_->setFeatures(QDockWidget::NoDockWidgetFeatures);
+    window_.addDockWidget(Qt::BottomDockWidgetArea, dock_);
+  }
+  if (QWidget* old = dock_->widget()) old->deleteLater();
+  dock_->setWindowTitle(title);
+  dock_->setWidget(panel);
+  dock_->show();
+  UpdateUndoAction();
+  view_.update();
+}
+
+// The tool has left its mode (fixed, cancelled, or resolved by another command).
+void OperationTools::Ended() {
+  if (dock_) {
+    if (QWidget* old = dock_->widget()) old->deleteLater();
+    dock_->setWidget(nullptr);
+    dock_->hide();
+  }
+  active_.tool.reset();
+  UpdateUndoAction();
+  view_.update();
+}
+
+void OperationTools::DataChanged() {
+  UpdateUndoAction();
+  view_.DataChanged();
+  emit changed();
+}
+
+}  // namespace velk::gui

@@ -1,0 +1,95 @@
+#pragma once
+// The spectrum tools of the main window: the Tools menu that opens them, the panel of the open
+// tool at the foot of the window, the mouse on the contour and the marks over it while a tool is
+// open, and Edit > UnDo on the document's stack. The rules live in operations/ and document/;
+// this file only joins them to the window.
+#include <QObject>
+#include <QString>
+#include <memory>
+
+#include "document/session.h"
+#include "document/tool_undo.h"
+#include "gui/spectrum_view.h"
+#include "operations/phase_tool.h"
+#include "operations/tool.h"
+
+class QAction;
+class QDockWidget;
+class QMainWindow;
+class QMenuBar;
+class QWidget;
+
+namespace velk::gui {
+
+class OperationTools final : public QObject {
+  Q_OBJECT
+
+ public:
+  OperationTools(document::Session& session, ViewData& data, SpectrumView& view, platform::Prompt& prompt,
+                 QMainWindow& window);
+  ~OperationTools() override;
+
+  // The Tools menu, and Edit > UnDo unless the window already has an UnDo entry.
+  void AddMenus(QMenuBar& bar);
+
+  // The menu commands. Each resolves the open tool first; the phase commands warn after a
+  // baseline correction or symmetrization.
+  void BeginPhase(model::Axis axis);
+  void BeginBaseline(model::Axis axis);
+  void BeginSymmetrize();
+  void BeginReference();
+  void Invert(bool f1, bool f2);
+  void Exchange();
+  // "UnDo": in the baseline panels the last point edit, otherwise the top record of the document.
+  void Undo();
+  QString UndoText() const;
+  bool UndoEnabled() const;
+
+  // The window's resolver reached our open tool: it fixes, cancels or asks. False when the person
+  // chose to stay in it.
+  bool LeaveOpenTool();
+
+  // What the panels call.
+  operations::Tool* Active() const { return active_.tool.get(); }
+  void Preview();
+  void Reset();
+  void Fix();
+  void Cancel();
+  // The panel's values changed the trace or the marks only.
+  void MarksChanged();
+  // The scale of an axis changed: axes anew around the same contour.
+  void ScaleChanged();
+  QWidget* Panel() const;
+  operations::PhaseMemory& Phases() { return phases_; }
+  const SpectrumView& View() const { return view_; }
+  const model::Spectrum2D& Spectrum() const { return session_.document.spectrum; }
+  display::DisplayState& State() { return data_.state; }
+
+ signals:
+  // After every command and change: the panel shows the tool's state anew.
+  void changed();
+
+ private:
+  bool Ready() const;
+  bool ResolveOthers();
+  // A tool of `mode` may open: data shown, no paint, not that mode already, the open tool resolved.
+  bool MayBegin(std::int16_t mode);
+  void Opened(QWidget* panel, const QString& title);
+  void Ended();
+  void DataChanged();
+  void UpdateUndoAction();
+
+  document::Session& session_;
+  ViewData& data_;
+  SpectrumView& view_;
+  platform::Prompt& prompt_;
+  QMainWindow& window_;
+  document::SnapshotFiles files_;
+  operations::PhaseMemory phases_;
+  operations::ToolHost host_;
+  operations::ActiveTool active_;
+  QDockWidget* dock_ = nullptr;
+  QAction* undo_ = nullptr;
+};
+
+}  // namespace velk::gui
