@@ -57,6 +57,7 @@ OperationTools::OperationTools(document::Session& session, ViewData& data, Spect
       files_(document::SnapshotFilesOf(session.run)),
       host_(document::MakeToolHost(session.document, files_, prompt, 0, &data.state)) {
   host_.dataFixed = [this] { DataChanged(); };
+  phases_.PivotF1 = phases_.PivotF2 = -1;  // the middle of the axis until the person sets one
   for (int mode : {display::kReference2D, display::kPhaseF1, display::kPhaseF2, display::kBaselineF1,
                    display::kBaselineF2, display::kSymmetrization})
     data_.tools.Add(mode, std::make_unique<ToolOverlay>(*this));
@@ -123,6 +124,9 @@ bool OperationTools::MayBegin(std::int16_t mode) {
 
 void OperationTools::BeginPhase(model::Axis axis) {
   if (!MayBegin(axis == F1 ? display::kPhaseF1 : display::kPhaseF2)) return;
+  const std::int32_t points = session_.document.spectrum.axis[axis].Point;
+  std::int32_t& pivot = axis == F1 ? phases_.PivotF1 : phases_.PivotF2;
+  if (pivot < 0 || pivot >= points) pivot = points / 2;
   if (!operations::BeginPhaseCorrection(host_, active_, phases_, axis)) return;
   auto& tool = static_cast<operations::PhaseTool&>(*active_.tool);
   Opened(new PhaseToolPanel(*this, tool), axis == F1 ? "F1 Phase Correction" : "F2 Phase Correction");

@@ -56,10 +56,13 @@ void DrawPhaseTrace(platform::Surface& surface, const operations::PhaseTool& too
   float largest = 0;
   for (float x : re) largest = std::max(largest, std::fabs(x));
   if (largest <= 0) largest = 1;
+  // Inside the panel's frame, which stays.
   surface.SetPen(0xFFFFFF, 1);
   surface.SetBrush(0xFFFFFF);
-  const platform::Point corners[4] = {{panel.x, panel.y}, {panel.right(), panel.y}, {panel.right(), panel.bottom()},
-                                      {panel.x, panel.bottom()}};
+  const platform::Point corners[4] = {{panel.x + 1, panel.y + 1},
+                                      {panel.right() - 2, panel.y + 1},
+                                      {panel.right() - 2, panel.bottom() - 2},
+                                      {panel.x + 1, panel.bottom() - 2}};
   surface.Polygon(corners);
   surface.SetNoBrush();
   const bool f1 = tool.Axis() == F1;
@@ -165,10 +168,13 @@ void ToolOverlay::DrawOverlay(platform::Surface& surface, const display::Display
     surface.SetPen(kPivotColor, 1);
     AxisLine(surface, v, s, c, phase->Axis(), phase->Values().pivot);
   } else if (auto* base = dynamic_cast<const operations::BaselineTool*>(tool)) {
+    // On the contour and across the trace panel of the axis, which shares the axis's extent.
     const model::Axis axis = v.ToolMode == display::kBaselineF1 ? F1 : F2;
-    surface.SetClip(c.x, c.y, c.width, c.height);
     surface.SetPen(kBasePointColor, 1);
-    for (const operations::BasePoint& p : base->Points()) AxisLine(surface, v, s, c, axis, p.position);
+    for (const display::Rect& r : {c, axis == F1 ? layout.traceF1 : layout.traceF2}) {
+      surface.SetClip(r.x, r.y, r.width, r.height);
+      for (const operations::BasePoint& p : base->Points()) AxisLine(surface, v, s, r, axis, p.position);
+    }
   } else if (auto* sym = dynamic_cast<const operations::SymmetrizeTool*>(tool)) {
     surface.SetClip(c.x, c.y, c.width, c.height);
     DrawSymmetryLine(surface, sym->SymShift(), v, s, c);
