@@ -292,7 +292,7 @@ void OperationTools::Opened(QWidget* panel, const QString& title) {
     dock_->setFeatures(QDockWidget::NoDockWidgetFeatures);
     window_.addDockWidget(Qt::BottomDockWidgetArea, dock_);
   }
-  if (QWidget* old = dock_->widget()) old->deleteLater();
+  DropPanel();
   dock_->setWindowTitle(title);
   dock_->setWidget(panel);
   dock_->show();
@@ -300,11 +300,19 @@ void OperationTools::Opened(QWidget* panel, const QString& title) {
   view_.update();
 }
 
+// The panel goes with its tool: it hears no more of the commands before Qt deletes it.
+void OperationTools::DropPanel() {
+  QWidget* old = dock_->widget();
+  if (!old) return;
+  disconnect(this, nullptr, old, nullptr);
+  dock_->setWidget(nullptr);
+  old->deleteLater();
+}
+
 // The tool has left its mode (fixed, cancelled, or resolved by another command).
 void OperationTools::Ended() {
   if (dock_) {
-    if (QWidget* old = dock_->widget()) old->deleteLater();
-    dock_->setWidget(nullptr);
+    DropPanel();
     dock_->hide();
   }
   active_.tool.reset();

@@ -76,6 +76,7 @@ class OperationTools final : public QObject {
   bool MayBegin(std::int16_t mode);
   void Opened(QWidget* panel, const QString& title);
   void Ended();
+  void DropPanel();
   void DataChanged();
   void UpdateUndoAction();
 
