@@ -71,8 +71,8 @@ void PushReferenceUndo(Document& d, const operations::ReferenceValues& before, b
 }
 
 bool UndoToolRecord(Document& d, const SnapshotFiles& files, operations::PhaseMemory& phases,
-                    platform::Prompt& prompt, display::DisplayState* shown) {
-  display::DisplayState& view = shown ? *shown : d.view;
+                    platform::Prompt& prompt) {
+  display::DisplayState& view = d.view;
   const UndoRecord* top = TopUndo(d.undo);
   if (!top || !IsToolUndoKind(top->Kind)) return false;
   const std::int16_t previewPending = top->PreviewPending;
@@ -108,9 +108,8 @@ bool UndoToolRecord(Document& d, const SnapshotFiles& files, operations::PhaseMe
   return true;
 }
 
-operations::ToolHost MakeToolHost(Document& d, const SnapshotFiles& files, platform::Prompt& prompt, int threads,
-                                  display::DisplayState* shown) {
-  display::DisplayState& view = shown ? *shown : d.view;
+operations::ToolHost MakeToolHost(Document& d, const SnapshotFiles& files, platform::Prompt& prompt, int threads) {
+  display::DisplayState& view = d.view;
   return {d.spectrum,
           view,
           prompt,

@@ -37,13 +37,12 @@ void PushReferenceUndo(Document& d, const operations::ReferenceValues& before, b
 // "UnDo" of the top record when it is one of the tools' kinds. A data kind whose file is missing
 // ends the command silently with the record left in place; after a data kind the F2 stored phases
 // are cleared (the F1 pair is left as it is). The view's PreviewPending comes back from the record.
-// False when nothing was undone. `view` is the view that shows the document (its own by default).
+// False when nothing was undone.
 bool UndoToolRecord(Document& d, const SnapshotFiles& files, operations::PhaseMemory& phases,
-                    platform::Prompt& prompt, display::DisplayState* view = nullptr);
+                    platform::Prompt& prompt);
 bool IsToolUndoKind(int kind);
 
-// The host through which the tools reach this document, shown in `view` (its own by default).
-operations::ToolHost MakeToolHost(Document& d, const SnapshotFiles& files, platform::Prompt& prompt, int threads = 0,
-                                  display::DisplayState* view = nullptr);
+// The host through which the tools reach this document and the view it is shown with.
+operations::ToolHost MakeToolHost(Document& d, const SnapshotFiles& files, platform::Prompt& prompt, int threads = 0);
 
 }  // namespace velk::document

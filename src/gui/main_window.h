@@ -3,6 +3,7 @@
 // the cursor's position and the progress of long work, files dropped on it, and the session's
 // start and end.
 #include <QMainWindow>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,6 +20,7 @@ class QLineEdit;
 class QMenu;
 class QProgressBar;
 class QPushButton;
+class QAction;
 class QActionGroup;
 
 namespace velk::gui {
@@ -34,6 +36,9 @@ class MainWindow final : public QMainWindow {
   // "Read Data" with a name (command line, recent files, a dropped file) or through the dialog.
   // The file is read on a worker thread; `opened` is emitted when the window shows it.
   void OpenFile(std::optional<std::string> name = std::nullopt);
+  // "Read 2D Spectrum": a 2D FID for the FT window. "Read 1D Spectrum": the F2 or F1 trace.
+  void ReadFid(std::optional<std::string> name = std::nullopt);
+  void ReadTrace(model::Axis axis, std::optional<std::string> name = std::nullopt);
   // Busy while a file is read and while its FID is in the FT window.
   bool Opening() const { return opening_.Busy() || ft_ != nullptr; }
   FtDialog* FtWindow() const { return ft_; }
@@ -41,7 +46,7 @@ class MainWindow final : public QMainWindow {
 
   // For the people who test the window: what it shows.
   const document::Session& Session() const { return session_; }
-  const ViewData& View() const { return data_; }
+  const document::Document& Document() const { return session_.document; }
   SpectrumView& Picture() { return *view_; }
   OperationTools& Operations() { return *operations_; }
   QString UpperText() const;
@@ -57,6 +62,9 @@ class MainWindow final : public QMainWindow {
   void SetEnvironment();
   void ChangeDisplayArea();
   void SetUpGrid();
+  // "UnDo": the top record of the document's stack goes back; in a baseline panel its last point edit.
+  void Undo();
+  QAction* UndoAction() const { return undoAction_; }
 
  signals:
   void opened();
@@ -67,6 +75,8 @@ class MainWindow final : public QMainWindow {
   void dropEvent(QDropEvent* event) override;
 
  private:
+  // Runs a read on the worker, with the progress bar and "Quit", and shows what it brought.
+  void Read(std::function<document::OpenResult()> read);
   void BuildMenus();
   QWidget* BuildLevelControls();
   void BuildStatusBar();
@@ -83,12 +93,15 @@ class MainWindow final : public QMainWindow {
   void RestoreGeometry();
   void NoteGeometry();
   void SetBusy(bool busy, const QString& what);
+  // The undo entry shows the caption of the top record; disabled with nothing to undo.
+  void RefreshUndo();
+  void StoreGridSettings();
 
   document::Session session_;
   platform::qt::QtPrompt prompt_;
   std::unique_ptr<platform::Launcher> launcher_;
   std::unique_ptr<document::SessionServices> services_;
-  ViewData data_;
+  display::ToolBox tools_;
   SpectrumView* view_ = nullptr;
   Worker opening_;
   FtDialog* ft_ = nullptr;  // the FT window while a raw FID is in it
@@ -104,6 +117,7 @@ class MainWindow final : public QMainWindow {
   QPushButton* quitButton_ = nullptr;
   QMenu* recentMenu_ = nullptr;
   QActionGroup* subModes_ = nullptr;
+  QAction* undoAction_ = nullptr;
 };
 
 }  // namespace velk::gui

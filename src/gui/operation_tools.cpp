@@ -14,8 +14,6 @@
 #include <QVBoxLayout>
 
 #include "display/view_navigation.h"
-#include "document/inadequate_commands.h"
-#include "document/peak_commands.h"
 #include "gui/baseline_tool_panel.h"
 #include "gui/phase_tool_panel.h"
 #include "gui/reference_tool_panel.h"
@@ -46,21 +44,13 @@ struct BusyPointer {
 
 }  // namespace
 
-OperationTools::OperationTools(document::Session& session, ViewData& data, SpectrumView& view,
+OperationTools::OperationTools(document::Session& session, display::ToolBox& tools, SpectrumView& view,
                                platform::Prompt& prompt, QMainWindow& window)
-    : QObject(&window),
-      session_(session),
-      data_(data),
-      view_(view),
-      prompt_(prompt),
-      window_(window),
-      files_(document::SnapshotFilesOf(session.run)),
-      host_(document::MakeToolHost(session.document, files_, prompt, 0, &data.state)) {
-  host_.dataFixed = [this] { DataChanged(); };
+    : QObject(&window), session_(session), tools_(tools), view_(view), prompt_(prompt), window_(window) {
   phases_.PivotF1 = phases_.PivotF2 = -1;  // the middle of the axis until the person sets one
   for (int mode : {display::kReference2D, display::kPhaseF1, display::kPhaseF2, display::kBaselineF1,
                    display::kBaselineF2, display::kSymmetrization})
-    data_.tools.Add(mode, std::make_unique<ToolOverlay>(*this));
+    tools_.Add(mode, std::make_unique<ToolOverlay>(*this));
 }
 
 OperationTools::~OperationTools() = default;
@@ -99,26 +89,24 @@ void OperationTools::AddMenus(QMenuBar& bar) {
   // Exchange needs a heteronuclear class or HMBC.
   connect(tools, &QMenu::aboutToShow, this,
           [this, exchange] { exchange->setEnabled(operations::CanExchange(session_.document.words.pulseModeClass)); });
-
-  for (QAction* a : bar.actions())
-    if (a->menu())
-      for (QAction* entry : a->menu()->actions())
-        if (entry->text().startsWith("UnDo") || entry->text().startsWith("&Undo")) return;
-  QMenu* edit = bar.addMenu("&Edit");
-  undo_ = edit->addAction("UnDo", QKeySequence::Undo, this, [this] { Undo(); });
-  connect(edit, &QMenu::aboutToShow, this, [this] { UpdateUndoAction(); });
-  UpdateUndoAction();
 }
 
-bool OperationTools::Ready() const { return data_.spectrum != nullptr && !data_.state.Painting; }
+bool OperationTools::Ready() const { return view_.Shown() && !session_.document.view.Painting; }
 
 // The window's own resolver, which asks whatever tool is open (ours or another's).
-bool OperationTools::ResolveOthers() { return data_.tools.Resolve(data_.state); }
+bool OperationTools::ResolveOthers() { return tools_.Resolve(State()); }
+
+operations::ToolHost& OperationTools::FreshHost() {
+  document::Document& d = session_.document;
+  host_.emplace(document::MakeToolHost(d, document::SnapshotFilesOf(session_.run), prompt_));
+  host_->dataFixed = [this] { DataChanged(); };
+  return *host_;
+}
 
 bool OperationTools::MayBegin(std::int16_t mode) {
-  if (!Ready() || data_.state.ToolMode == mode || !ResolveOthers()) return false;
+  if (!Ready() || State().ToolMode == mode || !ResolveOthers()) return false;
   view_.StopTracing();
-  host_.pulseModeClass = session_.document.words.pulseModeClass;
+  FreshHost();
   return true;
 }
 
@@ -127,7 +115,7 @@ void OperationTools::BeginPhase(model::Axis axis) {
   const std::int32_t points = session_.document.spectrum.axis[axis].Point;
   std::int32_t& pivot = axis == F1 ? phases_.PivotF1 : phases_.PivotF2;
   if (pivot < 0 || pivot >= points) pivot = points / 2;
-  if (!operations::BeginPhaseCorrection(host_, active_, phases_, axis)) return;
+  if (!operations::BeginPhaseCorrection(*host_, active_, phases_, axis)) return;
   auto& tool = static_cast<operations::PhaseTool&>(*active_.tool);
   Opened(new PhaseToolPanel(*this, tool), axis == F1 ? "F1 Phase Correction" : "F2 Phase Correction");
 }
@@ -135,31 +123,31 @@ void OperationTools::BeginPhase(model::Axis axis) {
 void OperationTools::BeginBaseline(model::Axis axis) {
   if (!MayBegin(axis == F1 ? display::kBaselineF1 : display::kBaselineF2)) return;
   const int avePoint = static_cast<int>(core::Number(session_.settings2D, "AVERAGING POINT"));
-  if (!operations::BeginBaseCorrection(host_, active_, axis, avePoint >= 1 && avePoint <= 20 ? avePoint : 2)) return;
+  if (!operations::BeginBaseCorrection(*host_, active_, axis, avePoint >= 1 && avePoint <= 20 ? avePoint : 2)) return;
   auto& tool = static_cast<operations::BaselineTool&>(*active_.tool);
   Opened(new BaselineToolPanel(*this, tool), axis == F1 ? "F1 Base Line Correction" : "F2 Base Line Correction");
 }
 
 void OperationTools::BeginSymmetrize() {
   if (!MayBegin(display::kSymmetrization)) return;
-  if (!operations::BeginSymmetrize(host_, active_)) return;
+  if (!operations::BeginSymmetrize(*host_, active_)) return;
   Opened(new SymmetrizeToolPanel(*this, static_cast<operations::SymmetrizeTool&>(*active_.tool)), "Symmetrization");
 }
 
 void OperationTools::BeginReference() {
   if (!MayBegin(display::kReference2D)) return;
-  if (!operations::BeginReference(host_, active_)) return;
+  if (!operations::BeginReference(*host_, active_)) return;
   Opened(new ReferenceToolPanel(*this, static_cast<operations::ReferenceTool&>(*active_.tool)), "Reference Setting");
 }
 
 void OperationTools::Invert(bool f1, bool f2) {
-  if (!Ready() || (!f1 && !f2)) return;
+  if (!Ready() || (!f1 && !f2) || !ResolveOthers()) return;
   view_.StopTracing();
   {
     BusyPointer busy;
     operations::InvertSpectrum(session_.document.spectrum, f1, f2);
   }
-  host_.markUnsaved();
+  FreshHost().markUnsaved();
   DataChanged();
 }
 
@@ -179,55 +167,22 @@ void OperationTools::Exchange() {
     prompt_.Ask(done.message);
     return;
   }
-  model::Spectrum2D& s = session_.document.spectrum;
-  std::swap(data_.captionF1, data_.captionF2);
-  display::ShowFullSpectrum(data_.state, s);
-  host_.markUnsaved();
+  // The view takes the axes' captions from the exchanged data.
+  display::ShowFullSpectrum(State(), session_.document.spectrum);
+  FreshHost().markUnsaved();
   DataChanged();
 }
 
-void OperationTools::Undo() {
-  if (!data_.spectrum) return;
-  if (auto* base = dynamic_cast<operations::BaselineTool*>(active_.tool.get())) {
-    if (base->UndoPoint()) MarksChanged();
-    return;
-  }
-  if (!ResolveOthers()) return;
-  view_.StopTracing();
-  document::Document& d = session_.document;
-  const document::UndoRecord* top = document::TopUndo(d.undo);
-  if (!top) return;
-  const int kind = top->Kind;
-  bool undone = false;
-  if (document::IsToolUndoKind(kind)) undone = document::UndoToolRecord(d, files_, phases_, prompt_, &data_.state);
-  else if (document::IsPeakUndoKind(kind)) undone = document::UndoPeakEdit(d);
-  else if (kind == document::kUndoInadequateExtension) undone = document::UndoInadequateExtension(d);
-  if (undone) {
-    if (kind == operations::kUndoReference2D || kind == operations::kUndoReference1DF1 ||
-        kind == operations::kUndoReference1DF2)
-      ScaleChanged();
-    else
-      DataChanged();
-  }
-  UpdateUndoAction();
+std::optional<int> OperationTools::PanelUndoKind() const {
+  if (auto* base = dynamic_cast<const operations::BaselineTool*>(active_.tool.get())) return base->PointUndoKind();
+  return std::nullopt;
 }
 
-QString OperationTools::UndoText() const {
-  if (auto* base = dynamic_cast<const operations::BaselineTool*>(active_.tool.get()))
-    return QString::fromStdString(document::CaptionOf(base->PointUndoKind()));
-  return QString::fromStdString(document::UndoCaption(session_.document.undo));
-}
-
-bool OperationTools::UndoEnabled() const {
-  if (auto* base = dynamic_cast<const operations::BaselineTool*>(active_.tool.get()))
-    return base->PointUndoKind() > 0;
-  return data_.spectrum && document::CanUndo(session_.document.undo);
-}
-
-void OperationTools::UpdateUndoAction() {
-  if (!undo_) return;
-  undo_->setText(UndoText());
-  undo_->setEnabled(UndoEnabled());
+bool OperationTools::UndoInPanel() {
+  auto* base = dynamic_cast<operations::BaselineTool*>(active_.tool.get());
+  if (!base) return false;
+  if (base->UndoPoint()) MarksChanged();
+  return true;
 }
 
 bool OperationTools::LeaveOpenTool() {
@@ -260,7 +215,7 @@ void OperationTools::Fix() {
   if (!Active()) return;
   view_.StopTracing();
   Active()->Fix();
-  if (data_.state.ToolMode == display::kNoTool) Ended();
+  if (State().ToolMode == display::kNoTool) Ended();
   else emit changed();
 }
 
@@ -273,7 +228,6 @@ void OperationTools::Cancel() {
 }
 
 void OperationTools::MarksChanged() {
-  UpdateUndoAction();
   view_.update();
   emit changed();
 }
@@ -296,8 +250,8 @@ void OperationTools::Opened(QWidget* panel, const QString& title) {
   dock_->setWindowTitle(title);
   dock_->setWidget(panel);
   dock_->show();
-  UpdateUndoAction();
   view_.update();
+  emit changed();
 }
 
 // The panel goes with its tool: it hears no more of the commands before Qt deletes it.
@@ -316,12 +270,11 @@ void OperationTools::Ended() {
     dock_->hide();
   }
   active_.tool.reset();
-  UpdateUndoAction();
   view_.update();
+  emit changed();
 }
 
 void OperationTools::DataChanged() {
-  UpdateUndoAction();
   view_.DataChanged();
   emit changed();
 }

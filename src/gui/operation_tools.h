@@ -5,7 +5,7 @@
 // this file only joins them to the window.
 #include <QObject>
 #include <QString>
-#include <memory>
+#include <optional>
 
 #include "document/session.h"
 #include "document/tool_undo.h"
@@ -13,7 +13,6 @@
 #include "operations/phase_tool.h"
 #include "operations/tool.h"
 
-class QAction;
 class QDockWidget;
 class QMainWindow;
 class QMenuBar;
@@ -25,11 +24,13 @@ class OperationTools final : public QObject {
   Q_OBJECT
 
  public:
-  OperationTools(document::Session& session, ViewData& data, SpectrumView& view, platform::Prompt& prompt,
+  // The tools work on the session's document as `view` shows it; the mouse on the contour reaches
+  // them through the window's `tools`.
+  OperationTools(document::Session& session, display::ToolBox& tools, SpectrumView& view, platform::Prompt& prompt,
                  QMainWindow& window);
   ~OperationTools() override;
 
-  // The Tools menu, and Edit > UnDo unless the window already has an UnDo entry.
+  // The Tools menu.
   void AddMenus(QMenuBar& bar);
 
   // The menu commands. Each resolves the open tool first; the phase commands warn after a
@@ -40,10 +41,12 @@ class OperationTools final : public QObject {
   void BeginReference();
   void Invert(bool f1, bool f2);
   void Exchange();
-  // "UnDo": in the baseline panels the last point edit, otherwise the top record of the document.
-  void Undo();
-  QString UndoText() const;
-  bool UndoEnabled() const;
+  // The window's "UnDo" while a baseline panel is open takes back the panel's last point edit, not
+  // a record of the document. The kind of that edit then (0 when there is none); nothing while no
+  // such panel is open.
+  std::optional<int> PanelUndoKind() const;
+  // True when an open panel took the undo.
+  bool UndoInPanel();
 
   // The window's resolver reached our open tool: it fixes, cancels or asks. False when the person
   // chose to stay in it.
@@ -60,37 +63,37 @@ class OperationTools final : public QObject {
   // The scale of an axis changed: axes anew around the same contour.
   void ScaleChanged();
   QWidget* Panel() const;
+  // The stored phases and pivots; an undo of a data kind clears the F2 pair.
   operations::PhaseMemory& Phases() { return phases_; }
   const SpectrumView& View() const { return view_; }
   const model::Spectrum2D& Spectrum() const { return session_.document.spectrum; }
-  display::DisplayState& State() { return data_.state; }
+  display::DisplayState& State() { return session_.document.view; }
 
  signals:
-  // After every command and change: the panel shows the tool's state anew.
+  // After every command and change: the panel shows the tool's state anew, the window its UnDo.
   void changed();
 
  private:
   bool Ready() const;
   bool ResolveOthers();
+  // The host anew, once no tool holds it: the snapshot files follow the session's run.
+  operations::ToolHost& FreshHost();
   // A tool of `mode` may open: data shown, no paint, not that mode already, the open tool resolved.
   bool MayBegin(std::int16_t mode);
   void Opened(QWidget* panel, const QString& title);
   void Ended();
   void DropPanel();
   void DataChanged();
-  void UpdateUndoAction();
 
   document::Session& session_;
-  ViewData& data_;
+  display::ToolBox& tools_;
   SpectrumView& view_;
   platform::Prompt& prompt_;
   QMainWindow& window_;
-  document::SnapshotFiles files_;
   operations::PhaseMemory phases_;
-  operations::ToolHost host_;
+  std::optional<operations::ToolHost> host_;
   operations::ActiveTool active_;
   QDockWidget* dock_ = nullptr;
-  QAction* undo_ = nullptr;
 };
 
 }  // namespace velk::gui

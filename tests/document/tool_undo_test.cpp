@@ -103,8 +103,8 @@ TEST(ToolUndo, TraceReferenceComesBackWithThePendingState) {
   ASSERT_EQ(model::TraceAsSpectrum1D(f.d.spectrum, F2, 64, f.d.companionF2), 0);
   const std::vector<double> before = f.d.companionF2.axisPpm;
   const auto scale2D = operations::CurrentReference(f.d.spectrum);
-  display::DisplayState view;
-  operations::ToolHost host = document::MakeToolHost(f.d, f.files, f.prompt, 1, &view);
+  display::DisplayState& view = f.d.view;
+  operations::ToolHost host = document::MakeToolHost(f.d, f.files, f.prompt, 1);
   EXPECT_FALSE(operations::BeginTraceReference(host, f.active, F1));  // no F1 trace
   ASSERT_TRUE(operations::BeginTraceReference(host, f.active, F2));
   EXPECT_EQ(view.ToolMode, display::kReference1DF2);
@@ -120,7 +120,7 @@ TEST(ToolUndo, TraceReferenceComesBackWithThePendingState) {
   EXPECT_EQ(document::UndoCaption(f.d.undo), "UnDo(F2-1D Refernec Setting)");
   EXPECT_EQ(operations::CurrentReference(f.d.spectrum)[F2].Reference, scale2D[F2].Reference);
   view.PreviewPending = 0;
-  ASSERT_TRUE(document::UndoToolRecord(f.d, f.files, f.phases, f.prompt, &view));
+  ASSERT_TRUE(document::UndoToolRecord(f.d, f.files, f.phases, f.prompt));
   EXPECT_EQ(f.d.companionF2.axisPpm, before);
   EXPECT_EQ(view.PreviewPending, 1);
   EXPECT_EQ(document::UndoCaption(f.d.undo), "UnDo");

@@ -12,6 +12,7 @@
 #include <QToolButton>
 #include <QtTest>
 #include <cmath>
+#include <filesystem>
 
 #include "gui/main_window.h"
 #include "gui/step_label.h"
@@ -39,13 +40,13 @@ struct Window {
   }
   bool Traced(int timeout = 20000) {
     return QTest::qWaitFor(
-        [&] { return !w.Opening() && !w.Picture().Tracing() && !w.View().state.ContourDirty; }, timeout);
+        [&] { return !w.Opening() && !w.Picture().Tracing() && !w.Document().view.ContourDirty; }, timeout);
   }
   QAction* Entry(const QString& text) {
     for (QAction* menu : w.menuBar()->actions())
       if (menu->menu())
         for (QAction* a : menu->menu()->actions())
-          if (a->text() == text || a->text().startsWith("UnDo") && text == "UnDo") return a;
+          if (a->text() == text || (a->text().startsWith("UnDo") && text == "UnDo")) return a;
     return nullptr;
   }
   void Run(const QString& text) {
@@ -54,7 +55,7 @@ struct Window {
     a->trigger();
     QVERIFY(Traced());  // the panel took room from the picture, which is drawn anew
   }
-  QString UndoCaption() { return w.Operations().UndoText(); }
+  QString UndoCaption() { return w.UndoAction()->text(); }
   template <class T = QPushButton>
   T* Button(const char* name) {
     QWidget* panel = w.Operations().Panel();
@@ -66,7 +67,7 @@ struct Window {
     b->click();
     QVERIFY(Traced());
   }
-  model::Spectrum2D& Data() { return const_cast<model::Spectrum2D&>(*w.View().spectrum); }
+  model::Spectrum2D& Data() { return const_cast<model::Spectrum2D&>(w.Document().spectrum); }
 };
 
 // Answers the next message box with a button and keeps its text.
@@ -93,9 +94,12 @@ class OperationToolsTest : public QObject {
     model::Spectrum2D& s = t.Data();
     const std::vector<float> rr = s.RR.data, ir = s.IR.data;
     t.Run("F2 Phase Corr.");
-    QCOMPARE(t.w.View().state.ToolMode, std::int16_t(display::kPhaseF2));
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kPhaseF2));
     QVERIFY(t.w.findChild<QDockWidget*>("toolPanel")->isVisible());
     QVERIFY(!t.Button("Fix")->isEnabled());  // nothing to fix before a preview
+    // The snapshot that undo reads back lies in the run's work folder.
+    QVERIFY(std::filesystem::exists(document::SnapshotFilesOf(t.w.Session().run).Live()));
+    QVERIFY(document::SnapshotFilesOf(t.w.Session().run).Live().parent_path() == t.folders / "work");
     auto& tool = static_cast<operations::PhaseTool&>(*t.w.Operations().Active());
     const std::vector<float> traceBefore = tool.TraceReal();
 
@@ -121,16 +125,21 @@ class OperationToolsTest : public QObject {
     const std::size_t at = 200 * s.RR.stride + 300;
     QVERIFY(std::abs(s.RR.data[at] - (rr[at] * std::cos(a) - ir[at] * std::sin(a))) <= 1e-5 * std::abs(rr[at]) + 1e-3);
     t.Click("Fix");
-    QCOMPARE(t.w.View().state.ToolMode, std::int16_t(display::kNoTool));
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kNoTool));
     QVERIFY(!t.w.findChild<QDockWidget*>("toolPanel")->isVisible());
     QCOMPARE(t.UndoCaption(), QString("UnDo(F2 Phase Correction)"));
+    int undoEntries = 0;  // the window's one entry, which takes back the tools' records too
+    for (QAction* menu : t.w.menuBar()->actions())
+      if (menu->menu())
+        for (QAction* e : menu->menu()->actions()) undoEntries += e->text().startsWith("UnDo");
+    QCOMPARE(undoEntries, 1);
     const std::vector<float> phased = s.RR.data;
 
     // An open panel with values not yet previewed is simply cancelled by the next command.
     t.Run("F1 Phase Corr.");
     QTest::mouseClick(t.w.Operations().Panel()->findChild<gui::StepLabel*>("step1_0"), Qt::LeftButton);
     t.Run("F2 BaseLine Cor.");
-    QCOMPARE(t.w.View().state.ToolMode, std::int16_t(display::kBaselineF2));
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kBaselineF2));
     QVERIFY(s.RR.data == phased);
     t.Click("Cancel");
 
@@ -138,7 +147,7 @@ class OperationToolsTest : public QObject {
     QVERIFY(t.Traced());
     QVERIFY(s.RR.data == rr && s.IR.data == ir);
     QCOMPARE(t.UndoCaption(), QString("UnDo"));
-    QVERIFY(!t.Entry("UnDo")->isEnabled() || !t.w.Operations().UndoEnabled());
+    QVERIFY(!t.w.UndoAction()->isEnabled());
   }
 
   void BaselinePointsClickedOnTheContour() {
@@ -167,7 +176,7 @@ class OperationToolsTest : public QObject {
     const auto said = AnswerNext("No");
     t.Run("F1 Phase Corr.");
     QVERIFY(said->startsWith("Since BaseLine Correction or Symmetrization has been executed,"));
-    QCOMPARE(t.w.View().state.ToolMode, std::int16_t(display::kNoTool));
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kNoTool));
     t.Run("UnDo");
     QVERIFY(t.Traced());
     QVERIFY(s.RR.data == rr);
@@ -179,7 +188,7 @@ class OperationToolsTest : public QObject {
     model::Spectrum2D& s = t.Data();
     const std::vector<float> rr = s.RR.data;
     t.Run("Symmetrize");
-    QCOMPARE(t.w.View().state.ToolMode, std::int16_t(display::kSymmetrization));
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kSymmetrization));
     QVERIFY(t.w.Operations().Panel()->findChild<QLabel*>()->text().startsWith("Make Line on the center"));
     t.Button<QToolButton>("shiftRight")->click();
     t.Button<QToolButton>("shiftRight")->click();
@@ -191,7 +200,7 @@ class OperationToolsTest : public QObject {
       QVERIFY(s.RR.data[i] <= std::max(rr[i], 0.0f));
       lowered += s.RR.data[i] < rr[i];
     }
-    QVERIFY2(lowered > rr.size() / 10, qPrintable(QString("%1 of %2, class %3").arg(lowered).arg(rr.size()).arg(t.w.View().pulseModeClass)));
+    QVERIFY2(lowered > rr.size() / 10, qPrintable(QString("%1 of %2, class %3").arg(lowered).arg(rr.size()).arg(t.w.Document().words.pulseModeClass)));
     t.Click("Fix Symmetrization, and Exit");
     QCOMPARE(t.UndoCaption(), QString("UnDo(Symmetrize)"));
     t.Run("UnDo");

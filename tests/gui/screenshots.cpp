@@ -2,6 +2,7 @@
 // OUTDIR/*.png for a person to look at. scripts/screenshots runs it on the offscreen platform.
 #include <QApplication>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QToolButton>
 #include <QAbstractButton>
@@ -12,6 +13,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "document/write_data_set.h"
 #include "gui/main_window.h"
 #include "gui/operation_tools.h"
 #include "gui/step_label.h"
@@ -25,7 +27,7 @@ using namespace velk;
 namespace {
 
 bool Settled(gui::MainWindow& w) {
-  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.View().state.ContourDirty; },
+  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.Document().view.ContourDirty; },
                          120000);
 }
 
@@ -88,6 +90,20 @@ bool ShootTools(gui::MainWindow& w, const QString& out) {
   GrabNextDialog(out + "/dialog-exchange.png", "Cancel");
   tools.Exchange();
   return ok;
+}
+
+// Opens the window's menu of the given title, saves it as a picture and closes it.
+bool SaveMenu(QMainWindow& w, const QString& title, const QString& file) {
+  for (QAction* a : w.menuBar()->actions()) {
+    QMenu* menu = a->menu();
+    if (!menu || a->text() != title) continue;
+    menu->popup(w.mapToGlobal(w.menuBar()->actionGeometry(a).bottomLeft()));
+    QTest::qWait(50);
+    const bool ok = Save(*menu, file);
+    menu->hide();
+    return ok;
+  }
+  return false;
 }
 
 }  // namespace
@@ -159,6 +175,14 @@ int main(int argc, char** argv) {
   });
   w.SetUpGrid();
   ok &= Save(w, out + "/main-hsqc-zoom-grid.png");
+  ok &= SaveMenu(w, "&Edit", out + "/menu-edit.png");  // "UnDo(Change Grid)"
+  ok &= SaveMenu(w, "&File", out + "/menu-file.png");
+
+  // Save of the phase-sensitive HSQC asks what to keep (the window's own question, without its
+  // file dialog); it is left with "Cancel".
+  GrabNextDialog(out + "/dialog-save-size.png", "Cancel");
+  platform::qt::QtPrompt prompt(&w);
+  native::ChooseSaveMode(prompt, document::SaveSituationOf(w.Document()));
   ok &= ShootTools(w, out);
 
   // The HSQC's raw FID in the FT window: a row near the top of the FID in the F2 view, the
