@@ -53,10 +53,7 @@ OperationTools::OperationTools(document::Session& session, ViewData& data, Spect
       data_(data),
       view_(view),
       prompt_(prompt),
-      window_(window),
-      files_(document::SnapshotFilesOf(session.run)),
-      host_(document::MakeToolHost(session.document, files_, prompt, 0, &data.state)) {
-  host_.dataFixed = [this] { DataChanged(); };
+      window_(window) {
   phases_.PivotF1 = phases_.PivotF2 = -1;  // the middle of the axis until the person sets one
   for (int mode : {display::kReference2D, display::kPhaseF1, display::kPhaseF2, display::kBaselineF1,
                    display::kBaselineF2, display::kSymmetrization})
@@ -96,9 +93,18 @@ void OperationTools::AddMenus(QMenuBar& bar) {
   QAction* exchange = tools->addAction("Exchange F1 and F2 Data", this, [this] { Exchange(); });
   tools->addSeparator();
   tools->addAction("Reference Setting", this, [this] { BeginReference(); });
-  // Exchange needs a heteronuclear class or HMBC.
-  connect(tools, &QMenu::aboutToShow, this,
-          [this, exchange] { exchange->setEnabled(operations::CanExchange(session_.document.words.pulseModeClass)); });
+  QAction* centreF2 = tools->addAction("Set Center(F2)", this, [this] { SetCenter(F2); });
+  QAction* centreF1 = tools->addAction("Set Center(F1)", this, [this] { SetCenter(F1); });
+  centreF2->setToolTip("Set Reference by F2 Center Frequency");
+  centreF1->setToolTip("Set Reference by F1 Center Frequency");
+  // Exchange needs a heteronuclear class or HMBC; the centre commands a 1D trace with frequencies.
+  connect(tools, &QMenu::aboutToShow, this, [this, exchange, centreF2, centreF1] {
+    const document::Document& d = session_.document;
+    exchange->setEnabled(operations::CanExchange(d.words.pulseModeClass));
+    const auto hasFrequencies = [](const model::Spectrum1D& t) { return t.absFreqCenter > 0 && t.absFreq0ppm > 0; };
+    centreF2->setEnabled(hasFrequencies(d.companionF2));
+    centreF1->setEnabled(hasFrequencies(d.companionF1));
+  });
 
   for (QAction* a : bar.actions())
     if (a->menu())
@@ -115,10 +121,18 @@ bool OperationTools::Ready() const { return data_.spectrum != nullptr && !data_.
 // The window's own resolver, which asks whatever tool is open (ours or another's).
 bool OperationTools::ResolveOthers() { return data_.tools.Resolve(data_.state); }
 
+operations::ToolHost& OperationTools::Host() {
+  if (!active_.tool || !host_) {
+    host_.reset();
+    host_.emplace(document::MakeToolHost(session_.document, Files(), prompt_, 0, &data_.state));
+    host_->dataFixed = [this] { DataChanged(); };
+  }
+  return *host_;
+}
+
 bool OperationTools::MayBegin(std::int16_t mode) {
   if (!Ready() || data_.state.ToolMode == mode || !ResolveOthers()) return false;
   view_.StopTracing();
-  host_.pulseModeClass = session_.document.words.pulseModeClass;
   return true;
 }
 
@@ -127,7 +141,7 @@ void OperationTools::BeginPhase(model::Axis axis) {
   const std::int32_t points = session_.document.spectrum.axis[axis].Point;
   std::int32_t& pivot = axis == F1 ? phases_.PivotF1 : phases_.PivotF2;
   if (pivot < 0 || pivot >= points) pivot = points / 2;
-  if (!operations::BeginPhaseCorrection(host_, active_, phases_, axis)) return;
+  if (!operations::BeginPhaseCorrection(Host(), active_, phases_, axis)) return;
   auto& tool = static_cast<operations::PhaseTool&>(*active_.tool);
   Opened(new PhaseToolPanel(*this, tool), axis == F1 ? "F1 Phase Correction" : "F2 Phase Correction");
 }
@@ -135,21 +149,33 @@ void OperationTools::BeginPhase(model::Axis axis) {
 void OperationTools::BeginBaseline(model::Axis axis) {
   if (!MayBegin(axis == F1 ? display::kBaselineF1 : display::kBaselineF2)) return;
   const int avePoint = static_cast<int>(core::Number(session_.settings2D, "AVERAGING POINT"));
-  if (!operations::BeginBaseCorrection(host_, active_, axis, avePoint >= 1 && avePoint <= 20 ? avePoint : 2)) return;
+  if (!operations::BeginBaseCorrection(Host(), active_, axis, avePoint >= 1 && avePoint <= 20 ? avePoint : 2)) return;
   auto& tool = static_cast<operations::BaselineTool&>(*active_.tool);
   Opened(new BaselineToolPanel(*this, tool), axis == F1 ? "F1 Base Line Correction" : "F2 Base Line Correction");
 }
 
 void OperationTools::BeginSymmetrize() {
   if (!MayBegin(display::kSymmetrization)) return;
-  if (!operations::BeginSymmetrize(host_, active_)) return;
+  if (!operations::BeginSymmetrize(Host(), active_)) return;
   Opened(new SymmetrizeToolPanel(*this, static_cast<operations::SymmetrizeTool&>(*active_.tool)), "Symmetrization");
 }
 
 void OperationTools::BeginReference() {
   if (!MayBegin(display::kReference2D)) return;
-  if (!operations::BeginReference(host_, active_)) return;
+  if (!operations::BeginReference(Host(), active_)) return;
   Opened(new ReferenceToolPanel(*this, static_cast<operations::ReferenceTool&>(*active_.tool)), "Reference Setting");
+}
+
+void OperationTools::SetCenter(model::Axis axis) {
+  if (!Ready() || !ResolveOthers()) return;
+  document::Document& d = session_.document;
+  const operations::ReferenceValues before = operations::CurrentReference(d.spectrum);
+  if (!operations::SetReferenceByCenter(d.spectrum, data_.state, axis, axis == F1 ? d.companionF1 : d.companionF2).ok())
+    return;
+  Host().pushReferenceUndo(before);
+  Host().markUnsaved();
+  UpdateUndoAction();
+  ScaleChanged();
 }
 
 void OperationTools::Invert(bool f1, bool f2) {
@@ -159,7 +185,7 @@ void OperationTools::Invert(bool f1, bool f2) {
     BusyPointer busy;
     operations::InvertSpectrum(session_.document.spectrum, f1, f2);
   }
-  host_.markUnsaved();
+  Host().markUnsaved();
   DataChanged();
 }
 
@@ -182,7 +208,7 @@ void OperationTools::Exchange() {
   model::Spectrum2D& s = session_.document.spectrum;
   std::swap(data_.captionF1, data_.captionF2);
   display::ShowFullSpectrum(data_.state, s);
-  host_.markUnsaved();
+  Host().markUnsaved();
   DataChanged();
 }
 
@@ -199,7 +225,7 @@ void OperationTools::Undo() {
   if (!top) return;
   const int kind = top->Kind;
   bool undone = false;
-  if (document::IsToolUndoKind(kind)) undone = document::UndoToolRecord(d, files_, phases_, prompt_, &data_.state);
+  if (document::IsToolUndoKind(kind)) undone = document::UndoToolRecord(d, Files(), phases_, prompt_, &data_.state);
   else if (document::IsPeakUndoKind(kind)) undone = document::UndoPeakEdit(d);
   else if (kind == document::kUndoInadequateExtension) undone = document::UndoInadequateExtension(d);
   if (undone) {

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QString>
 #include <memory>
+#include <optional>
 
 #include "document/session.h"
 #include "document/tool_undo.h"
@@ -38,6 +39,9 @@ class OperationTools final : public QObject {
   void BeginBaseline(model::Axis axis);
   void BeginSymmetrize();
   void BeginReference();
+  // "Set Center(F1)", "Set Center(F2)": the axis's centre takes the shift of its 1D trace's centre
+  // frequency.
+  void SetCenter(model::Axis axis);
   void Invert(bool f1, bool f2);
   void Exchange();
   // "UnDo": in the baseline panels the last point edit, otherwise the top record of the document.
@@ -71,6 +75,10 @@ class OperationTools final : public QObject {
 
  private:
   bool Ready() const;
+  // The snapshot files of the run (known once the session has started), and the host through
+  // which the tools reach the document, made anew while no tool is open.
+  document::SnapshotFiles Files() const { return document::SnapshotFilesOf(session_.run); }
+  operations::ToolHost& Host();
   bool ResolveOthers();
   // A tool of `mode` may open: data shown, no paint, not that mode already, the open tool resolved.
   bool MayBegin(std::int16_t mode);
@@ -85,9 +93,8 @@ class OperationTools final : public QObject {
   SpectrumView& view_;
   platform::Prompt& prompt_;
   QMainWindow& window_;
-  document::SnapshotFiles files_;
   operations::PhaseMemory phases_;
-  operations::ToolHost host_;
+  std::optional<operations::ToolHost> host_;
   operations::ActiveTool active_;
   QDockWidget* dock_ = nullptr;
   QAction* undo_ = nullptr;

@@ -2,6 +2,7 @@
 // HSQC with the step labels and undo it, correct its baseline with points clicked on the contour,
 // symmetrize the COSY, and set a reference by clicking; each checked on the data and on what the
 // window shows (panel, marks, the Undo entry's caption).
+#include <QDir>
 #include <QDockWidget>
 #include <QLabel>
 #include <QLineEdit>
@@ -124,6 +125,9 @@ class OperationToolsTest : public QObject {
     QCOMPARE(t.w.View().state.ToolMode, std::int16_t(display::kNoTool));
     QVERIFY(!t.w.findChild<QDockWidget*>("toolPanel")->isVisible());
     QCOMPARE(t.UndoCaption(), QString("UnDo(F2 Phase Correction)"));
+    // The snapshot and the undo file lie in the run's work folder.
+    QStringList kept = QDir(QString::fromStdString((t.folders / "work").string())).entryList(QDir::Files);
+    QVERIFY2(kept.filter("Temp2Ddata.").size() == 1 && kept.filter("UnDo2Ddata.").size() == 1, qPrintable(kept.join(' ')));
     const std::vector<float> phased = s.RR.data;
 
     // An open panel with values not yet previewed is simply cancelled by the next command.
