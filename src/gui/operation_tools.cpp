@@ -64,8 +64,8 @@ OperationTools::~OperationTools() = default;
 
 void OperationTools::AddMenus(QMenuBar& bar) {
   QMenu* tools = bar.addMenu("&Tools");
-  tools->addAction("F1 Phase Corr.", this, [this] { BeginPhase(F1); });
-  tools->addAction("F2 Phase Corr.", this, [this] { BeginPhase(F2); });
+  QAction* phaseF1 = tools->addAction("F1 Phase Corr.", this, [this] { BeginPhase(F1); });
+  QAction* phaseF2 = tools->addAction("F2 Phase Corr.", this, [this] { BeginPhase(F2); });
   tools->addSeparator();
   tools->addAction("F1 BaseLine Cor.", this, [this] { BeginBaseline(F1); });
   tools->addAction("F2 BaseLine Cor.", this, [this] { BeginBaseline(F2); });
@@ -97,9 +97,13 @@ void OperationTools::AddMenus(QMenuBar& bar) {
   QAction* centreF1 = tools->addAction("Set Center(F1)", this, [this] { SetCenter(F1); });
   centreF2->setToolTip("Set Reference by F2 Center Frequency");
   centreF1->setToolTip("Set Reference by F1 Center Frequency");
-  // Exchange needs a heteronuclear class or HMBC; the centre commands a 1D trace with frequencies.
-  connect(tools, &QMenu::aboutToShow, this, [this, exchange, centreF2, centreF1] {
+  // Phase needs the four quadrants of a phase-sensitive class, exchange a heteronuclear class or
+  // HMBC, the centre commands a 1D trace with frequencies.
+  connect(tools, &QMenu::aboutToShow, this, [this, exchange, centreF2, centreF1, phaseF1, phaseF2] {
     const document::Document& d = session_.document;
+    const bool phasable = data_.spectrum && operations::CanPhase(d.spectrum, d.words.pulseModeClass);
+    phaseF1->setEnabled(phasable);
+    phaseF2->setEnabled(phasable);
     exchange->setEnabled(operations::CanExchange(d.words.pulseModeClass));
     const auto hasFrequencies = [](const model::Spectrum1D& t) { return t.absFreqCenter > 0 && t.absFreq0ppm > 0; };
     centreF2->setEnabled(hasFrequencies(d.companionF2));

@@ -182,6 +182,8 @@ class OperationToolsTest : public QObject {
     Window t("bruker/cyclosporin_cosy/1/pdata/1/2rr");
     model::Spectrum2D& s = t.Data();
     const std::vector<float> rr = s.RR.data;
+    t.Run("F2 Phase Corr.");  // nothing to phase in a magnitude COSY
+    QCOMPARE(t.w.View().state.ToolMode, std::int16_t(display::kNoTool));
     t.Run("Symmetrize");
     QCOMPARE(t.w.View().state.ToolMode, std::int16_t(display::kSymmetrization));
     QVERIFY(t.w.Operations().Panel()->findChild<QLabel*>()->text().startsWith("Make Line on the center"));
