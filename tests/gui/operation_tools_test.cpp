@@ -99,6 +99,12 @@ class OperationToolsTest : public QObject {
     QVERIFY(!t.Button("Fix")->isEnabled());  // nothing to fix before a preview
     auto& tool = static_cast<operations::PhaseTool&>(*t.w.Operations().Active());
     const std::vector<float> traceBefore = tool.TraceReal();
+    // "Auto" on the vendor's phased spectrum proposes almost nothing, and only proposes it.
+    t.Click("Auto");
+    QVERIFY2(std::abs(tool.Values().Phase0) < 15 && std::abs(tool.Values().Phase1) < 30,
+             qPrintable(QString("%1 %2").arg(tool.Values().Phase0).arg(tool.Values().Phase1)));
+    QVERIFY(s.RR.data == rr);
+    t.Click("Zero");
 
     // "+10" on the zero order held past its first repeat: 10 on the press, 10 more after 500 ms.
     auto* plus10 = t.w.Operations().Panel()->findChild<gui::StepLabel*>("step0_13");
