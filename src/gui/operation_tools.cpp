@@ -172,6 +172,7 @@ void OperationTools::BeginReference() {
 
 void OperationTools::SetCenter(model::Axis axis) {
   if (!Ready() || !ResolveOthers()) return;
+  StopDrawing();
   document::Document& d = session_.document;
   const operations::ReferenceValues before = operations::CurrentReference(d.spectrum);
   if (!operations::SetReferenceByCenter(d.spectrum, data_.state, axis, axis == F1 ? d.companionF1 : d.companionF2).ok())
@@ -309,7 +310,8 @@ void OperationTools::MarksChanged() {
 }
 
 void OperationTools::ScaleChanged() {
-  view_.Recompose();
+  if (data_.state.ContourDirty) view_.WindowChanged();
+  else view_.Recompose();
   emit changed();
 }
 

@@ -61,7 +61,10 @@ class OperationTools final : public QObject {
   void Cancel();
   // The panel's values changed the trace or the marks only.
   void MarksChanged();
-  // The scale of an axis changed: axes anew around the same contour.
+  // Before a panel changes the scale of an axis, which a trace under way reads.
+  void StopDrawing() { view_.StopTracing(); }
+  // The scale of an axis changed: axes anew around the same contour (traced again when a trace
+  // had to stop for the change).
   void ScaleChanged();
   QWidget* Panel() const;
   operations::PhaseMemory& Phases() { return phases_; }
