@@ -522,7 +522,7 @@ void MainWindow::Undo() {
       view_->Recompose();
       break;
     case document::Undone::Peaks: view_->LevelsChanged(); break;
-    case document::Undone::Scale: view_->Recompose(); break;
+    case document::Undone::Scale: operations_->ScaleChanged(); break;
     case document::Undone::Data: view_->DataChanged(); break;
     case document::Undone::Nothing: break;
   }

@@ -57,8 +57,8 @@ OperationTools::~OperationTools() = default;
 
 void OperationTools::AddMenus(QMenuBar& bar) {
   QMenu* tools = bar.addMenu("&Tools");
-  tools->addAction("F1 Phase Corr.", this, [this] { BeginPhase(F1); });
-  tools->addAction("F2 Phase Corr.", this, [this] { BeginPhase(F2); });
+  QAction* phaseF1 = tools->addAction("F1 Phase Corr.", this, [this] { BeginPhase(F1); });
+  QAction* phaseF2 = tools->addAction("F2 Phase Corr.", this, [this] { BeginPhase(F2); });
   tools->addSeparator();
   tools->addAction("F1 BaseLine Cor.", this, [this] { BeginBaseline(F1); });
   tools->addAction("F2 BaseLine Cor.", this, [this] { BeginBaseline(F2); });
@@ -86,9 +86,23 @@ void OperationTools::AddMenus(QMenuBar& bar) {
   QAction* exchange = tools->addAction("Exchange F1 and F2 Data", this, [this] { Exchange(); });
   tools->addSeparator();
   tools->addAction("Reference Setting", this, [this] { BeginReference(); });
-  // Exchange needs a heteronuclear class or HMBC.
-  connect(tools, &QMenu::aboutToShow, this,
-          [this, exchange] { exchange->setEnabled(operations::CanExchange(session_.document.words.pulseModeClass)); });
+  QAction* centreF2 = tools->addAction("Set Center(F2)", this, [this] { SetCenter(F2); });
+  QAction* centreF1 = tools->addAction("Set Center(F1)", this, [this] { SetCenter(F1); });
+  centreF2->setToolTip("Set Reference by F2 Center Frequency");
+  centreF1->setToolTip("Set Reference by F1 Center Frequency");
+  // Phase needs the four quadrants of a phase-sensitive class, exchange a heteronuclear class or
+  // HMBC, the centre commands a 1D trace with frequencies.
+  connect(tools, &QMenu::aboutToShow, this, [this, exchange, centreF2, centreF1, phaseF1, phaseF2] {
+    const document::Document& d = session_.document;
+    const bool phasable = view_.Shown() && operations::CanPhase(d.spectrum, d.words.pulseModeClass);
+    phaseF1->setEnabled(phasable);
+    phaseF2->setEnabled(phasable);
+    exchange->setEnabled(operations::CanExchange(d.words.pulseModeClass));
+    const auto hasFrequencies = [](const model::Spectrum1D& t) { return t.absFreqCenter > 0 && t.absFreq0ppm > 0; };
+    centreF2->setEnabled(hasFrequencies(d.companionF2));
+    centreF1->setEnabled(hasFrequencies(d.companionF1));
+  });
+
 }
 
 bool OperationTools::Ready() const { return view_.Shown() && !session_.document.view.Painting; }
@@ -96,17 +110,18 @@ bool OperationTools::Ready() const { return view_.Shown() && !session_.document.
 // The window's own resolver, which asks whatever tool is open (ours or another's).
 bool OperationTools::ResolveOthers() { return tools_.Resolve(State()); }
 
-operations::ToolHost& OperationTools::FreshHost() {
-  document::Document& d = session_.document;
-  host_.emplace(document::MakeToolHost(d, document::SnapshotFilesOf(session_.run), prompt_));
-  host_->dataFixed = [this] { DataChanged(); };
+operations::ToolHost& OperationTools::Host() {
+  if (!active_.tool || !host_) {
+    host_.reset();
+    host_.emplace(document::MakeToolHost(session_.document, Files(), prompt_));
+    host_->dataFixed = [this] { DataChanged(); };
+  }
   return *host_;
 }
 
 bool OperationTools::MayBegin(std::int16_t mode) {
   if (!Ready() || State().ToolMode == mode || !ResolveOthers()) return false;
   view_.StopTracing();
-  FreshHost();
   return true;
 }
 
@@ -115,7 +130,7 @@ void OperationTools::BeginPhase(model::Axis axis) {
   const std::int32_t points = session_.document.spectrum.axis[axis].Point;
   std::int32_t& pivot = axis == F1 ? phases_.PivotF1 : phases_.PivotF2;
   if (pivot < 0 || pivot >= points) pivot = points / 2;
-  if (!operations::BeginPhaseCorrection(*host_, active_, phases_, axis)) return;
+  if (!operations::BeginPhaseCorrection(Host(), active_, phases_, axis)) return;
   auto& tool = static_cast<operations::PhaseTool&>(*active_.tool);
   Opened(new PhaseToolPanel(*this, tool), axis == F1 ? "F1 Phase Correction" : "F2 Phase Correction");
 }
@@ -123,31 +138,43 @@ void OperationTools::BeginPhase(model::Axis axis) {
 void OperationTools::BeginBaseline(model::Axis axis) {
   if (!MayBegin(axis == F1 ? display::kBaselineF1 : display::kBaselineF2)) return;
   const int avePoint = static_cast<int>(core::Number(session_.settings2D, "AVERAGING POINT"));
-  if (!operations::BeginBaseCorrection(*host_, active_, axis, avePoint >= 1 && avePoint <= 20 ? avePoint : 2)) return;
+  if (!operations::BeginBaseCorrection(Host(), active_, axis, avePoint >= 1 && avePoint <= 20 ? avePoint : 2)) return;
   auto& tool = static_cast<operations::BaselineTool&>(*active_.tool);
   Opened(new BaselineToolPanel(*this, tool), axis == F1 ? "F1 Base Line Correction" : "F2 Base Line Correction");
 }
 
 void OperationTools::BeginSymmetrize() {
   if (!MayBegin(display::kSymmetrization)) return;
-  if (!operations::BeginSymmetrize(*host_, active_)) return;
+  if (!operations::BeginSymmetrize(Host(), active_)) return;
   Opened(new SymmetrizeToolPanel(*this, static_cast<operations::SymmetrizeTool&>(*active_.tool)), "Symmetrization");
 }
 
 void OperationTools::BeginReference() {
   if (!MayBegin(display::kReference2D)) return;
-  if (!operations::BeginReference(*host_, active_)) return;
+  if (!operations::BeginReference(Host(), active_)) return;
   Opened(new ReferenceToolPanel(*this, static_cast<operations::ReferenceTool&>(*active_.tool)), "Reference Setting");
 }
 
+void OperationTools::SetCenter(model::Axis axis) {
+  if (!Ready() || !ResolveOthers()) return;
+  StopDrawing();
+  document::Document& d = session_.document;
+  const operations::ReferenceValues before = operations::CurrentReference(d.spectrum);
+  if (!operations::SetReferenceByCenter(d.spectrum, State(), axis, axis == F1 ? d.companionF1 : d.companionF2).ok())
+    return;
+  Host().pushReferenceUndo(before);
+  Host().markUnsaved();
+  ScaleChanged();
+}
+
 void OperationTools::Invert(bool f1, bool f2) {
-  if (!Ready() || (!f1 && !f2) || !ResolveOthers()) return;
+  if (!Ready() || (!f1 && !f2)) return;
   view_.StopTracing();
   {
     BusyPointer busy;
     operations::InvertSpectrum(session_.document.spectrum, f1, f2);
   }
-  FreshHost().markUnsaved();
+  Host().markUnsaved();
   DataChanged();
 }
 
@@ -169,7 +196,7 @@ void OperationTools::Exchange() {
   }
   // The view takes the axes' captions from the exchanged data.
   display::ShowFullSpectrum(State(), session_.document.spectrum);
-  FreshHost().markUnsaved();
+  Host().markUnsaved();
   DataChanged();
 }
 
@@ -233,7 +260,8 @@ void OperationTools::MarksChanged() {
 }
 
 void OperationTools::ScaleChanged() {
-  view_.Recompose();
+  if (State().ContourDirty) view_.WindowChanged();
+  else view_.Recompose();
   emit changed();
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 // The spectrum tools of the main window: the Tools menu that opens them, the panel of the open
 // tool at the foot of the window, the mouse on the contour and the marks over it while a tool is
-// open, and Edit > UnDo on the document's stack. The rules live in operations/ and document/;
-// this file only joins them to the window.
+// open, and what the window's UnDo asks of an open panel. The rules live in operations/ and
+// document/; this file only joins them to the window.
 #include <QObject>
 #include <QString>
 #include <optional>
@@ -39,6 +39,9 @@ class OperationTools final : public QObject {
   void BeginBaseline(model::Axis axis);
   void BeginSymmetrize();
   void BeginReference();
+  // "Set Center(F1)", "Set Center(F2)": the axis's centre takes the shift of its 1D trace's centre
+  // frequency.
+  void SetCenter(model::Axis axis);
   void Invert(bool f1, bool f2);
   void Exchange();
   // The window's "UnDo" while a baseline panel is open takes back the panel's last point edit, not
@@ -60,7 +63,10 @@ class OperationTools final : public QObject {
   void Cancel();
   // The panel's values changed the trace or the marks only.
   void MarksChanged();
-  // The scale of an axis changed: axes anew around the same contour.
+  // Before a panel changes the scale of an axis, which a trace under way reads.
+  void StopDrawing() { view_.StopTracing(); }
+  // The scale of an axis changed (by a panel, or by the window's UnDo of a reference): axes anew
+  // around the same contour (traced again when a trace had to stop for the change).
   void ScaleChanged();
   QWidget* Panel() const;
   // The stored phases and pivots; an undo of a data kind clears the F2 pair.
@@ -75,9 +81,11 @@ class OperationTools final : public QObject {
 
  private:
   bool Ready() const;
+  // The snapshot files of the run (known once the session has started), and the host through
+  // which the tools reach the document, made anew while no tool is open.
+  document::SnapshotFiles Files() const { return document::SnapshotFilesOf(session_.run); }
+  operations::ToolHost& Host();
   bool ResolveOthers();
-  // The host anew, once no tool holds it: the snapshot files follow the session's run.
-  operations::ToolHost& FreshHost();
   // A tool of `mode` may open: data shown, no paint, not that mode already, the open tool resolved.
   bool MayBegin(std::int16_t mode);
   void Opened(QWidget* panel, const QString& title);

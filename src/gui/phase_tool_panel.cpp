@@ -82,7 +82,10 @@ PhaseToolPanel::PhaseToolPanel(OperationTools& tools, operations::PhaseTool& too
   connect(automatic, &QPushButton::clicked, this, [this] {
     if (tool_.Auto()) Changed();
   });
-  for (QPushButton* b : {pivot_, zero, automatic}) commands->addWidget(b);
+  for (QPushButton* b : {pivot_, zero, automatic}) {
+    b->setObjectName(b->text());
+    commands->addWidget(b);
+  }
   commands->addStretch(1);
   const auto command = [&](const char* text, void (OperationTools::*run)()) {
     auto* b = new QPushButton(text, this);

@@ -24,6 +24,7 @@ ReferenceToolPanel::ReferenceToolPanel(OperationTools& tools, operations::Refere
     text->setObjectName(axis == F1 ? "RefText1" : "RefText2");
     text->setMaximumWidth(90);
     connect(text, &QLineEdit::editingFinished, this, [this, text, axis] {
+      tools_.StopDrawing();
       if (tool_.SetShift(axis, text->text().toStdString())) tools_.ScaleChanged();
       else Show();
     });
@@ -52,6 +53,7 @@ ReferenceToolPanel::ReferenceToolPanel(OperationTools& tools, operations::Refere
       const display::DisplayState& v = tools_.State();
       const int dc = v.ViewF2Start < v.ViewF2End ? dx : -dx;
       const int dr = v.ViewF1Start < v.ViewF1End ? -dy : dy;
+      tools_.StopDrawing();
       tool_.MoveCross(dc, dr);
       tools_.ScaleChanged();
     });
