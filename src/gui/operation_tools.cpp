@@ -217,13 +217,15 @@ void OperationTools::Exchange() {
   DataChanged();
 }
 
+bool OperationTools::UndoPoint() {
+  auto* base = dynamic_cast<operations::BaselineTool*>(active_.tool.get());
+  if (!base) return false;
+  if (base->UndoPoint()) MarksChanged();
+  return true;
+}
+
 void OperationTools::Undo() {
-  if (!data_.spectrum) return;
-  if (auto* base = dynamic_cast<operations::BaselineTool*>(active_.tool.get())) {
-    if (base->UndoPoint()) MarksChanged();
-    return;
-  }
-  if (!ResolveOthers()) return;
+  if (!data_.spectrum || UndoPoint() || !ResolveOthers()) return;
   view_.StopTracing();
   document::Document& d = session_.document;
   const document::UndoRecord* top = document::TopUndo(d.undo);

@@ -46,6 +46,9 @@ class OperationTools final : public QObject {
   void Exchange();
   // "UnDo": in the baseline panels the last point edit, otherwise the top record of the document.
   void Undo();
+  // The baseline panels' part of "UnDo": true when a baseline panel is open (its last point edit,
+  // if any, is taken back); the document's stack is not reached then.
+  bool UndoPoint();
   QString UndoText() const;
   bool UndoEnabled() const;
 
