@@ -511,7 +511,7 @@ void MainWindow::StoreGridSettings() {
 
 void MainWindow::Undo() {
   if (!view_->Shown() || opening_.Busy()) return;
-  if (operations_->UndoInPanel()) return;
+  if (operations_->UndoPoint()) return;
   // An open tool is resolved first: its panel closes, or the person stays in it.
   if (!tools_.Resolve(session_.document.view)) return;
   view_->StopTracing();  // the trace reads the data that may come back

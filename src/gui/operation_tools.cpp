@@ -205,7 +205,7 @@ std::optional<int> OperationTools::PanelUndoKind() const {
   return std::nullopt;
 }
 
-bool OperationTools::UndoInPanel() {
+bool OperationTools::UndoPoint() {
   auto* base = dynamic_cast<operations::BaselineTool*>(active_.tool.get());
   if (!base) return false;
   if (base->UndoPoint()) MarksChanged();

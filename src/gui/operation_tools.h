@@ -45,11 +45,12 @@ class OperationTools final : public QObject {
   void Invert(bool f1, bool f2);
   void Exchange();
   // The window's "UnDo" while a baseline panel is open takes back the panel's last point edit, not
-  // a record of the document. The kind of that edit then (0 when there is none); nothing while no
-  // such panel is open.
+  // a record of the document. The kind of that edit (0 when there is none); nothing while no such
+  // panel is open.
   std::optional<int> PanelUndoKind() const;
-  // True when an open panel took the undo.
-  bool UndoInPanel();
+  // The baseline panels' part of "UnDo": true when a baseline panel is open (its last point edit,
+  // if any, is taken back); the document's stack is not reached then.
+  bool UndoPoint();
 
   // The window's resolver reached our open tool: it fixes, cancels or asks. False when the person
   // chose to stay in it.
