@@ -60,6 +60,8 @@ struct DisplayState {
   bool ContourDirty = true;
   std::int32_t SliceF2 = -1;  // the point of a slice cursor, -1 for none
   std::int32_t SliceF1 = -1;
+  // 1 while a tool's panel shows values that the data do not yet hold; undo records keep it.
+  std::int16_t PreviewPending = 0;
 };
 
 // How a tool ends when another command wants to start: it cancels, fixes or asks, and returns

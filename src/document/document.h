@@ -38,7 +38,8 @@ struct Document {
   display::TraceKind traces = display::TraceKind::ProjectionPosNeg;
   UndoStack undo;
   // The phases each axis of the phase correction opens with: those the FT window transformed with.
-  operations::PhaseMemory phases;
+  // A pivot of -1 stands for the middle of the axis until the person sets one.
+  operations::PhaseMemory phases{0, 0, 0, 0, -1, -1};
 };
 
 inline int DimensionOf(const Document& d) { return model::Dimension(d.words.dataTypeCode); }

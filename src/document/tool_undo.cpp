@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "native/ver4_file.h"
+#include "operations/trace_reference.h"
 #include "operations/undo_kinds.h"
 
 namespace velk::document {
@@ -20,11 +21,15 @@ std::string ThreeDigits(int n) {
 
 constexpr int kUndoFileNumbers = 1000;
 
-bool IsToolKind(int kind) {
-  return operations::IsDataFileKind(kind) || kind == operations::kUndoReference2D;
+bool IsTraceReferenceKind(int kind) {
+  return kind == operations::kUndoReference1DF1 || kind == operations::kUndoReference1DF2;
 }
 
 }  // namespace
+
+bool IsToolUndoKind(int kind) {
+  return operations::IsDataFileKind(kind) || kind == operations::kUndoReference2D || IsTraceReferenceKind(kind);
+}
 
 fs::path SnapshotFiles::Live() const { return folder / ("Temp2Ddata." + runExtension + "001"); }
 fs::path SnapshotFiles::Numbered(int n) const { return folder / ("UnDo2Ddata." + runExtension + ThreeDigits(n)); }
@@ -56,8 +61,9 @@ bool PushSnapshotUndo(Document& d, const SnapshotFiles& files, int kind, bool pr
   return false;
 }
 
-void PushReferenceUndo(Document& d, const operations::ReferenceValues& before) {
+void PushReferenceUndo(Document& d, const operations::ReferenceValues& before, bool previewPending) {
   UndoRecord record;
+  record.PreviewPending = previewPending ? 1 : 0;
   record.Kind = operations::kUndoReference2D;
   record.References = {before[model::F1].Reference, static_cast<double>(before[model::F1].RefPoint),
                        before[model::F2].Reference, static_cast<double>(before[model::F2].RefPoint)};
@@ -66,12 +72,22 @@ void PushReferenceUndo(Document& d, const operations::ReferenceValues& before) {
 
 bool UndoToolRecord(Document& d, const SnapshotFiles& files, operations::PhaseMemory& phases,
                     platform::Prompt& prompt) {
+  display::DisplayState& view = d.view;
   const UndoRecord* top = TopUndo(d.undo);
-  if (!top || !IsToolKind(top->Kind)) return false;
+  if (!top || !IsToolUndoKind(top->Kind)) return false;
+  const std::int16_t previewPending = top->PreviewPending;
   if (top->Kind == operations::kUndoReference2D) {
     const auto& v = top->References;
-    operations::ApplyReference(d.spectrum, d.view, static_cast<float>(v[2]), static_cast<std::int32_t>(v[3]),
+    operations::ApplyReference(d.spectrum, view, static_cast<float>(v[2]), static_cast<std::int32_t>(v[3]),
                                static_cast<float>(v[0]), static_cast<std::int32_t>(v[1]));
+    view.PreviewPending = previewPending;
+    PopUndo(d.undo);
+    return true;
+  }
+  if (IsTraceReferenceKind(top->Kind)) {
+    model::Spectrum1D& trace = top->Kind == operations::kUndoReference1DF1 ? d.companionF1 : d.companionF2;
+    operations::SetTraceScale(trace, operations::ScaleFromRecord(top->References));
+    view.PreviewPending = previewPending;
     PopUndo(d.undo);
     return true;
   }
@@ -87,19 +103,32 @@ bool UndoToolRecord(Document& d, const SnapshotFiles& files, operations::PhaseMe
   context.companionF1 = &d.companionF1;
   if (!native::ReadDataR4(files.Live(), d.spectrum, context).ok()) return false;
   phases.StoredPhaseF2_0 = phases.StoredPhaseF2_1 = 0;
+  view.PreviewPending = previewPending;
   PopUndo(d.undo);
   return true;
 }
 
 operations::ToolHost MakeToolHost(Document& d, const SnapshotFiles& files, platform::Prompt& prompt, int threads) {
+  display::DisplayState& view = d.view;
   return {d.spectrum,
-          d.view,
+          view,
           prompt,
+          d.companionF2,
+          d.companionF1,
           d.words.pulseModeClass,
           threads,
           [&d, files] { WriteLiveSnapshot(d, files); },
-          [&d, files](operations::UndoKind kind) { PushSnapshotUndo(d, files, kind, false); },
-          [&d](const operations::ReferenceValues& before) { PushReferenceUndo(d, before); },
+          [&d, &view, files](operations::UndoKind kind) { PushSnapshotUndo(d, files, kind, view.PreviewPending != 0); },
+          [&d, &view](const operations::ReferenceValues& before) {
+            PushReferenceUndo(d, before, view.PreviewPending != 0);
+          },
+          [&d, &view](operations::UndoKind kind, const std::array<double, 4>& before) {
+            UndoRecord record;
+            record.Kind = kind;
+            record.References = before;
+            record.PreviewPending = view.PreviewPending;
+            PushUndo(d.undo, std::move(record));
+          },
           [&d] {
             if (AtCleanMark(d.undo)) LoseCleanMark(d.undo);
           },

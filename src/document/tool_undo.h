@@ -32,15 +32,17 @@ bool WriteLiveSnapshot(const Document& d, const SnapshotFiles& files);
 // longer matches its file.
 bool PushSnapshotUndo(Document& d, const SnapshotFiles& files, int kind, bool previewPending);
 // A reference change: the record keeps the values from before.
-void PushReferenceUndo(Document& d, const operations::ReferenceValues& before);
+void PushReferenceUndo(Document& d, const operations::ReferenceValues& before, bool previewPending = false);
 
 // "UnDo" of the top record when it is one of the tools' kinds. A data kind whose file is missing
 // ends the command silently with the record left in place; after a data kind the F2 stored phases
-// are cleared (the F1 pair is left as it is). False when nothing was undone.
+// are cleared (the F1 pair is left as it is). The view's PreviewPending comes back from the record.
+// False when nothing was undone.
 bool UndoToolRecord(Document& d, const SnapshotFiles& files, operations::PhaseMemory& phases,
                     platform::Prompt& prompt);
+bool IsToolUndoKind(int kind);
 
-// The host through which the tools reach this document.
+// The host through which the tools reach this document and the view it is shown with.
 operations::ToolHost MakeToolHost(Document& d, const SnapshotFiles& files, platform::Prompt& prompt, int threads = 0);
 
 }  // namespace velk::document

@@ -9,9 +9,11 @@ enum class Undone {
   Nothing,  // an empty stack, or a record whose data could not be brought back
   Grid,     // the lattice over the contour: compose again
   Peaks,    // the peak list: the marks anew
-  Data,     // planes, axes or reference: projections and contour anew
+  Scale,    // a reference of the spectrum or of a trace beside it: the same contour on new axes
+  Data,     // planes or axes: projections and contour anew
 };
 
-Undone UndoLast(Document& d, const SnapshotFiles& files, operations::PhaseMemory& phases, platform::Prompt& prompt);
+// Takes back the top record of the document's stack; an undone phase clears the document's stored phases.
+Undone UndoLast(Document& d, const SnapshotFiles& files, platform::Prompt& prompt);
 
 }  // namespace velk::document

@@ -80,6 +80,7 @@ MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLin
   layout->setSpacing(0);
   layout->addWidget(BuildLevelControls());
   view_ = new SpectrumView(session_.document, tools_, central);
+  operations_ = new OperationTools(session_, tools_, *view_, prompt_, *this);
   view_->setFocusPolicy(Qt::StrongFocus);
   view_->setFocus();
   layout->addWidget(view_, 1);
@@ -190,6 +191,8 @@ void MainWindow::BuildMenus() {
     subModes_->addAction(a);
   }
 
+  operations_->AddMenus(*menuBar());
+  connect(operations_, &OperationTools::changed, this, &MainWindow::RefreshUndo);
   peaks_ = new PeakPicking(*this, session_, tools_, *view_, prompt_, [this] { return Opening(); });
   connect(peaks_, &PeakPicking::listChanged, this, &MainWindow::RefreshUndo);
 
@@ -524,14 +527,19 @@ void MainWindow::StoreGridSettings() {
 }
 
 void MainWindow::Undo() {
-  if (!view_->Shown() || opening_.Busy() || !tools_.Resolve(session_.document.view)) return;
+  if (!view_->Shown() || opening_.Busy()) return;
+  if (operations_->UndoPoint()) return;
+  // An open tool is resolved first: its panel closes, or the person stays in it.
+  if (!tools_.Resolve(session_.document.view)) return;
   view_->StopTracing();  // the trace reads the data that may come back
-  switch (document::UndoLast(session_.document, document::SnapshotFilesOf(session_.run), phases_, prompt_)) {
+  const document::SnapshotFiles files = document::SnapshotFilesOf(session_.run);
+  switch (document::UndoLast(session_.document, files, prompt_)) {
     case document::Undone::Grid:
       StoreGridSettings();
       view_->Recompose();
       break;
     case document::Undone::Peaks: view_->update(); break;  // the marks lie over the contour
+    case document::Undone::Scale: operations_->ScaleChanged(); break;
     case document::Undone::Data: view_->DataChanged(); break;
     case document::Undone::Nothing: break;
   }
@@ -540,6 +548,11 @@ void MainWindow::Undo() {
 }
 
 void MainWindow::RefreshUndo() {
+  if (const std::optional<int> kind = operations_->PanelUndoKind()) {  // 0: no point edit to take back
+    undoAction_->setText(QString::fromStdString(document::CaptionOf(*kind)));
+    undoAction_->setEnabled(*kind > 0);
+    return;
+  }
   const document::UndoStack& stack = session_.document.undo;
   undoAction_->setText(QString::fromStdString(document::UndoCaption(stack)));
   undoAction_->setEnabled(view_->Shown() && document::CanUndo(stack));

@@ -10,9 +10,9 @@
 
 #include "document/session.h"
 #include "gui/ft_dialog.h"
+#include "gui/operation_tools.h"
 #include "gui/spectrum_view.h"
 #include "gui/worker.h"
-#include "operations/phase_tool.h"
 #include "platform/qt/qt_prompt.h"
 
 class QLabel;
@@ -51,6 +51,7 @@ class MainWindow final : public QMainWindow {
   const document::Document& Document() const { return session_.document; }
   SpectrumView& Picture() { return *view_; }
   PeakPicking& Peaks() { return *peaks_; }
+  OperationTools& Operations() { return *operations_; }
   QString UpperText() const;
   QString LowerText() const;
   QString CursorText() const;
@@ -66,7 +67,7 @@ class MainWindow final : public QMainWindow {
   void SetEnvironment();
   void ChangeDisplayArea();
   void SetUpGrid();
-  // "UnDo": the top record of the document's stack goes back.
+  // "UnDo": the top record of the document's stack goes back; in a baseline panel its last point edit.
   void Undo();
   QAction* UndoAction() const { return undoAction_; }
 
@@ -106,10 +107,10 @@ class MainWindow final : public QMainWindow {
   std::unique_ptr<platform::Launcher> launcher_;
   std::unique_ptr<document::SessionServices> services_;
   display::ToolBox tools_;
-  operations::PhaseMemory phases_;  // the stored phases that an undo of a data kind clears
   SpectrumView* view_ = nullptr;
   Worker opening_;
   FtDialog* ft_ = nullptr;  // the FT window while a raw FID is in it
+  OperationTools* operations_ = nullptr;  // phase, baseline, symmetrize, reference and their undo
   float fullScale_ = 1.0f;  // the largest shown value: 100 % of the limits
   bool ended_ = false;
   bool snapshotBack_ = false;  // the shown spectrum came back from its snapshot

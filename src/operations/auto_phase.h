@@ -6,11 +6,12 @@
 // cosine and sine of the F1 error), and their squares add up to a^2 exp(2i phiF2) whatever the F1
 // error is; likewise for F1 with RR + i RI and IR + i II. Doubling the angle removes the sign of
 // the peak, so edited spectra with peaks of both signs phase as well as plain ones. The tops are
-// the strongest local maxima of the hypercomplex modulus, each summed with a few points either
-// side along the axis so that a peak falling between two points does not show its dispersive
-// part. For each axis the first order (within 180 degrees either way) is the one whose line
-// through the tops' doubled angles agrees best (the length of the sum of unit phasors weighted by
-// the peaks' heights, a mild preference for small first orders breaking ties between aliases),
+// the strongest local maxima of the hypercomplex modulus, each angle taken back from the top to
+// the line's centre between two points (with the top's two neighbours only, so that crowded peaks
+// on a coarse axis do not mix). For each axis the first order (within 180 degrees either way) is
+// the one whose line through the tops' doubled angles agrees best (the length of the sum of unit
+// phasors weighted by the peaks' heights, with a clear preference for small first orders: peaks
+// crowded into part of an axis leave large first orders nearly as good),
 // and the zero order follows from the angle of that sum. The one sign left open (a turn of 180
 // degrees on one axis turns RR over) is chosen so that the peak tops add up positive in RR: the
 // penalty on negative area.

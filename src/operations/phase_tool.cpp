@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "model/data_type.h"
 #include "operations/auto_phase.h"
 #include "operations/messages.h"
 #include "operations/phase_panel.h"
@@ -112,8 +113,16 @@ void PhaseTool::Cancel() {
   RestoreQuadrants(backup_, host_.spectrum);
 }
 
+bool CanPhase(const model::Spectrum2D& s, int pulseModeClass) {
+  if (!model::IsPhaseSensitive(pulseModeClass)) return false;
+  for (const model::Plane* p : {&s.RR, &s.IR, &s.RI, &s.II})
+    if (p->data.empty()) return false;
+  return true;
+}
+
 bool BeginPhaseCorrection(ToolHost& host, ActiveTool& active, PhaseMemory& memory, model::Axis axis) {
   const std::int16_t mode = axis == F1 ? display::kPhaseF1 : display::kPhaseF2;
+  if (!CanPhase(host.spectrum, host.pulseModeClass)) return false;
   if (host.view.Painting || host.view.ToolMode == mode) return false;
   if (host.spectrum.Modified == 1) {
     const platform::Message warning{"", std::string(messages::kPhaseAfterModified), platform::Buttons::YesNo,

@@ -60,7 +60,11 @@ class PhaseTool final : public Tool {
   std::vector<float> traceRe_, traceIm_;
 };
 
-// "F1 Phase Corr." and "F2 Phase Corr.": refused during a paint or when the same panel is open;
+// Phase correction needs a phase-sensitive class with all four quadrants; otherwise its commands
+// are disabled.
+bool CanPhase(const model::Spectrum2D& s, int pulseModeClass);
+
+// "F1 Phase Corr." and "F2 Phase Corr.": refused when the spectrum cannot be phased, during a paint or when the same panel is open;
 // after a baseline correction or symmetrization the person is warned and may stop; the open tool
 // is resolved; then the snapshot is written and the panel opens.
 bool BeginPhaseCorrection(ToolHost& host, ActiveTool& active, PhaseMemory& memory, model::Axis axis);

@@ -1,5 +1,8 @@
 #include "operations/symmetrize_tool.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "operations/messages.h"
 
 namespace velk::operations {
@@ -13,6 +16,11 @@ std::string_view SymmetrizeTool::NotFixable() const { return messages::kSymmetri
 
 void SymmetrizeTool::ShiftStep(int direction, bool f2LowToHighOnScreen) {
   symShift_ = StepSymShift(symShift_, f2LowToHighOnScreen ? direction : -direction);
+}
+
+void SymmetrizeTool::DragTo(double points) {
+  symShift_ = std::clamp(static_cast<float>(std::nearbyint(points / kSymShiftStep) * kSymShiftStep), -kSymShiftLimit,
+                         kSymShiftLimit);
 }
 
 void SymmetrizeTool::Preview() {

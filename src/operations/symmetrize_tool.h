@@ -16,6 +16,8 @@ class SymmetrizeTool final : public Tool {
   // One press of a shift button; the step's sign follows the direction in which the F2 axis runs
   // on the screen.
   void ShiftStep(int direction, bool f2LowToHighOnScreen);
+  // The line dragged to a shift of `points` F2 points: kept on quarter points within -10 .. 10.
+  void DragTo(double points);
 
   void Preview() override;
   void Reset() override;

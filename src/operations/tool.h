@@ -4,6 +4,7 @@
 // "Cancel"; when another command starts while one is open, the tool decides by its own rules
 // whether it cancels, fixes or asks. The program around the tools (the document with its undo
 // stack and snapshot files, the window) is reached only through a ToolHost.
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -22,6 +23,8 @@ struct ToolHost {
   model::Spectrum2D& spectrum;
   display::DisplayState& view;
   platform::Prompt& prompt;
+  model::Spectrum1D& traceF2;  // the high resolution 1D traces beside the contour
+  model::Spectrum1D& traceF1;
   int pulseModeClass = 0;
   int threads = 0;  // 0: every core
   // At entry the whole data set goes to the live snapshot file.
@@ -30,6 +33,9 @@ struct ToolHost {
   std::function<void(UndoKind)> pushSnapshotUndo;
   // A reference change: the record keeps the values before it.
   std::function<void(const ReferenceValues&)> pushReferenceUndo;
+  // A 1D reference change of a trace beside the contour: the record keeps the trace's scale from
+  // before (as ScaleRecord writes it).
+  std::function<void(UndoKind, const std::array<double, 4>&)> pushTraceReferenceUndo;
   // The data differ from the saved file.
   std::function<void()> markUnsaved;
   // The data changed for good: projections rebuilt, contour made anew.
@@ -38,7 +44,7 @@ struct ToolHost {
 
 class Tool {
  public:
-  explicit Tool(ToolHost& host) : host_(host) {}
+  explicit Tool(ToolHost& host) : host_(host) { previewPending_ = 1; }
   virtual ~Tool() = default;
   Tool(const Tool&) = delete;
   Tool& operator=(const Tool&) = delete;
@@ -72,7 +78,8 @@ class Tool {
   }
 
   ToolHost& host_;
-  bool previewPending_ = true;
+  // The window's PreviewPending, which the undo records keep.
+  std::int16_t& previewPending_ = host_.view.PreviewPending;
   bool fixEnabled_ = false;
 };
 

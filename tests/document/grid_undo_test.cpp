@@ -31,7 +31,6 @@ TEST(GridUndo, StepsBackThroughGridAndPeakChangesAndKeepsTheSavedState) {
   TempFolder folder;
   ScriptedPrompt prompt;
   SnapshotFiles files{folder.path, "0001"};
-  operations::PhaseMemory phases;
   Document d;
   d.spectrum = PeakSpectrum(64, 64, {{20.3, 17.8, 1.0, 5.0}, {45.4, 40.2, 0.8, 6.0}});
   const display::GridSetting first = d.grid;
@@ -48,17 +47,17 @@ TEST(GridUndo, StepsBackThroughGridAndPeakChangesAndKeepsTheSavedState) {
   SetGrid(d, Manual(1.0, 5.0));
   EXPECT_TRUE(Modified(d));
 
-  EXPECT_EQ(UndoLast(d, files, phases, prompt), Undone::Grid);
+  EXPECT_EQ(UndoLast(d, files, prompt), Undone::Grid);
   EXPECT_TRUE(SameGrid(d.grid, Manual(0.5, 2.0)));
   EXPECT_EQ(d.spectrum.peaks.peaks.size(), 2u);
-  EXPECT_EQ(UndoLast(d, files, phases, prompt), Undone::Peaks);
+  EXPECT_EQ(UndoLast(d, files, prompt), Undone::Peaks);
   EXPECT_TRUE(d.spectrum.peaks.peaks.empty());
   EXPECT_FALSE(Modified(d));  // back at the data as saved, under a grid record
   SetCleanMark(d.undo);       // saved here, with the grid at 0.5/2.0
-  EXPECT_EQ(UndoLast(d, files, phases, prompt), Undone::Grid);
+  EXPECT_EQ(UndoLast(d, files, prompt), Undone::Grid);
   EXPECT_TRUE(SameGrid(d.grid, first));
   EXPECT_FALSE(Modified(d));
-  EXPECT_EQ(UndoLast(d, files, phases, prompt), Undone::Nothing);
+  EXPECT_EQ(UndoLast(d, files, prompt), Undone::Nothing);
   EXPECT_FALSE(CanUndo(d.undo));
 }
 

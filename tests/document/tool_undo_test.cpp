@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "document/tool_undo.h"
+#include "model/trace.h"
+#include "operations/trace_reference.h"
 #include "operations/baseline_tool.h"
 #include "operations/reference_tool.h"
 #include "support/scripted_prompt.h"
@@ -92,6 +94,36 @@ TEST(ToolUndo, MissingFileEndsSilentlyAndReferenceComesBack) {
   EXPECT_EQ(f.RR(), now);
   EXPECT_EQ(document::UndoCaption(f.d.undo), "UnDo(Symmetrize)");
   EXPECT_TRUE(f.prompt.shown.empty());
+}
+
+// The traces beside the contour keep their own scale: a 1D reference moves the trace's positions
+// only, and its undo (kinds 51, 52) brings back the trace's scale and the window's PreviewPending.
+TEST(ToolUndo, TraceReferenceComesBackWithThePendingState) {
+  Fixture f;
+  ASSERT_EQ(model::TraceAsSpectrum1D(f.d.spectrum, F2, 64, f.d.companionF2), 0);
+  const std::vector<double> before = f.d.companionF2.axisPpm;
+  const auto scale2D = operations::CurrentReference(f.d.spectrum);
+  display::DisplayState& view = f.d.view;
+  operations::ToolHost host = document::MakeToolHost(f.d, f.files, f.prompt, 1);
+  EXPECT_FALSE(operations::BeginTraceReference(host, f.active, F1));  // no F1 trace
+  ASSERT_TRUE(operations::BeginTraceReference(host, f.active, F2));
+  EXPECT_EQ(view.ToolMode, display::kReference1DF2);
+  auto* tool = static_cast<operations::TraceReferenceTool*>(f.active.tool.get());
+  tool->Pick(100);
+  ASSERT_TRUE(tool->SetShift("7.5"));
+  EXPECT_DOUBLE_EQ(f.d.companionF2.axisPpm[100], 7.5);
+  EXPECT_NEAR(f.d.companionF2.axisPpm[101] - f.d.companionF2.axisPpm[100], before[1] - before[0], 1e-9);
+  view.PreviewPending = 1;  // as a panel left it
+  f.prompt.answers = {platform::Answer::Yes};
+  EXPECT_FALSE(f.active.Resolve(view));  // asked, and Yes fixes
+  EXPECT_EQ(f.prompt.shown.back().text, "Execute 1D (F2) Reference Setting?");
+  EXPECT_EQ(document::UndoCaption(f.d.undo), "UnDo(F2-1D Refernec Setting)");
+  EXPECT_EQ(operations::CurrentReference(f.d.spectrum)[F2].Reference, scale2D[F2].Reference);
+  view.PreviewPending = 0;
+  ASSERT_TRUE(document::UndoToolRecord(f.d, f.files, f.phases, f.prompt));
+  EXPECT_EQ(f.d.companionF2.axisPpm, before);
+  EXPECT_EQ(view.PreviewPending, 1);
+  EXPECT_EQ(document::UndoCaption(f.d.undo), "UnDo");
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ std::int32_t IndexOf(const model::Spectrum2D& s, int axis, double ppm) {
   return static_cast<std::int32_t>(std::lrint((ppm - s.extras[axis].ppmFirst) / s.extras[axis].ppmStep));
 }
 
-Processed Process(const std::string& set) {
+Processed Process(const std::string& set, bool toVendorSize) {
   Processed t;
   ScriptedPrompt prompt;
   const fs::path folder = CorpusPath("bruker/" + set);
@@ -36,7 +36,7 @@ Processed Process(const std::string& set) {
   t.phaseSensitive = model::IsPhaseSensitive(pulseModeClass);
   processing::SequenceSettings settings = processing::MakeSequenceSettings(t.ours, pulseModeClass, model::kBruker);
   for (model::Axis a : {F1, F2})
-    while (processing::CurrentSize(settings.axis[a]) < t.vendor.axis[a].Point)
+    while (toVendorSize && processing::CurrentSize(settings.axis[a]) < t.vendor.axis[a].Point)
       EXPECT_TRUE(processing::ZeroFill(t.ours, settings, a).ok());
   platform::NoProgress progress;
   std::vector<std::string> list;

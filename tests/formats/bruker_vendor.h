@@ -42,7 +42,7 @@ struct Processed {
 };
 
 // The raw set as read (class as preselected) and transformed with default settings and zero
-// phases, zero filled to the vendor's size where that is larger.
-Processed Process(const std::string& set);
+// phases, zero filled to the vendor's size where that is larger (or left at its own size).
+Processed Process(const std::string& set, bool toVendorSize = true);
 
 }  // namespace velk::test

@@ -3,9 +3,10 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QLineEdit>
+#include <QToolButton>
 #include <QAbstractButton>
 #include <QMessageBox>
 #include <QSplashScreen>
@@ -23,6 +24,8 @@
 #include "model/data_type.h"
 #include "native/ver4_file.h"
 #include "support/synthetic_inadequate.h"
+#include "gui/operation_tools.h"
+#include "gui/step_label.h"
 #include "gui/splash.h"
 #include "gui/window_dialog.h"
 #include "ft_steps.h"
@@ -52,6 +55,50 @@ void GrabNextDialog(const QString& file, const QString& button) {
     for (QAbstractButton* b : dialog->findChildren<QAbstractButton*>())
       if (b->text().remove('&') == button) return b->click();
   });
+}
+
+QAction* MenuEntry(gui::MainWindow& w, const QString& text) {
+  for (QAction* menu : w.menuBar()->actions())
+    if (menu->menu())
+      for (QAction* a : menu->menu()->actions())
+        if (a->text() == text) return a;
+  return nullptr;
+}
+
+// The HSQC's tool panels: phase of each axis with a step pressed, baseline points, the
+// reference cross, and the questions of inversion and exchange.
+bool ShootTools(gui::MainWindow& w, const QString& out) {
+  bool ok = true;
+  gui::OperationTools& tools = w.Operations();
+  gui::SpectrumView& view = w.Picture();
+  w.FullView();
+  ok &= Settled(w);
+  for (model::Axis axis : {model::F2, model::F1}) {
+    tools.BeginPhase(axis);
+    ok &= Settled(w);
+    auto* step = tools.Panel()->findChild<gui::StepLabel*>("step0_12");  // +5
+    QTest::mouseClick(step, Qt::LeftButton);
+    ok &= Save(w, out + (axis == model::F2 ? "/tool-phase-f2.png" : "/tool-phase-f1.png"));
+    tools.Cancel();
+    ok &= Settled(w);
+  }
+  tools.BeginBaseline(model::F2);
+  ok &= Settled(w);
+  for (double f2 : {9.8, 6.2, 5.2, -0.3}) QTest::mouseClick(&view, Qt::LeftButton, {}, view.PositionOf(f2, 80).toPoint());
+  ok &= Save(w, out + "/tool-baseline-f2.png");
+  tools.Cancel();
+  ok &= Settled(w);
+  tools.BeginReference();
+  ok &= Settled(w);
+  QTest::mouseClick(&view, Qt::LeftButton, {}, view.PositionOf(1.27, 24.9).toPoint());
+  ok &= Save(w, out + "/tool-reference.png");
+  tools.Cancel();
+  ok &= Settled(w);
+  GrabNextDialog(out + "/dialog-invert.png", "Cancel");
+  if (QAction* invert = MenuEntry(w, "Invert Spectrum...")) invert->trigger();
+  GrabNextDialog(out + "/dialog-exchange.png", "Cancel");
+  tools.Exchange();
+  return ok;
 }
 
 // Opens the window's menu of the given title, saves it as a picture and closes it.
@@ -96,6 +143,16 @@ int main(int argc, char** argv) {
   QTest::keyClicks(lower, "3");
   QTest::keyClick(lower, Qt::Key_Return);
   ok &= Settled(w) && Save(w, out + "/main-cosy.png");
+
+  // Symmetrization of the COSY: the diagonal moved half a point, previewed, then discarded.
+  gui::OperationTools& tools = w.Operations();
+  tools.BeginSymmetrize();
+  ok &= Settled(w);
+  for (int i = 0; i < 2; ++i) tools.Panel()->findChild<QToolButton*>("shiftRight")->click();
+  tools.Preview();
+  ok &= Settled(w) && Save(w, out + "/tool-symmetrize-cosy.png");
+  tools.Cancel();
+  ok &= Settled(w);
 
   if (argc == 3) return ok ? 0 : 1;
 
@@ -149,7 +206,7 @@ int main(int argc, char** argv) {
   GrabNextDialog(out + "/dialog-save-size.png", "Cancel");
   platform::qt::QtPrompt prompt(&w);
   native::ChooseSaveMode(prompt, document::SaveSituationOf(w.Document()));
-
+  ok &= ShootTools(w, out);
 
   // The HSQC's raw FID in the FT window: a row near the top of the FID in the F2 view, the
   // column of the largest signal in the F1 view; then "Exit without FFT".

@@ -26,10 +26,12 @@ struct Recorded {
   int snapshots = 0, unsaved = 0, fixed = 0;
   std::vector<operations::UndoKind> pushed;
   std::vector<operations::ReferenceValues> references;
-  operations::ToolHost host{*spectrum, view, prompt, model::VPH_HOMO, 2,
+  model::Spectrum1D traceF2, traceF1;
+  operations::ToolHost host{*spectrum, view, prompt, traceF2, traceF1, model::VPH_HOMO, 2,
                             [this] { ++snapshots; },
                             [this](operations::UndoKind k) { pushed.push_back(k); },
                             [this](const operations::ReferenceValues& v) { references.push_back(v); },
+                            [this](operations::UndoKind k, const std::array<double, 4>&) { pushed.push_back(k); },
                             [this] { ++unsaved; },
                             [this] { ++fixed; }};
   operations::ActiveTool active;

@@ -1,0 +1,190 @@
+#include "gui/tool_overlay.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "display/traces.h"
+#include "display/view_navigation.h"
+#include "gui/operation_tools.h"
+#include "operations/baseline_tool.h"
+#include "operations/phase_tool.h"
+#include "operations/reference_tool.h"
+#include "operations/symmetrize_tool.h"
+
+namespace velk::gui {
+
+using model::F1;
+using model::F2;
+
+namespace {
+
+int Pixel(double start, double end, int first, int extent, double value) {
+  return static_cast<int>(std::lrint(display::ValueToPixel(start, end, first, extent, value)));
+}
+double ValueAt(double start, double end, int first, int extent, int pixel) {
+  return extent > 0 ? start + (end - start) * (pixel - first) / extent : start;
+}
+int X(const display::DisplayState& v, const display::Rect& c, double ppm) {
+  return Pixel(v.ViewF2Start, v.ViewF2End, c.x, c.width, ppm);
+}
+int Y(const display::DisplayState& v, const display::Rect& c, double ppm) {
+  return Pixel(v.ViewF1Start, v.ViewF1End, c.y, c.height, ppm);
+}
+float PpmAt(const std::vector<float>& ppm, std::int32_t i) {
+  return ppm.empty() ? 0.0f : ppm[std::clamp<std::size_t>(static_cast<std::size_t>(std::max(i, 0)), 0, ppm.size() - 1)];
+}
+
+// A line across the contour at a point of an axis: vertical for F2, horizontal for F1.
+void AxisLine(platform::Surface& surface, const display::DisplayState& v, const model::Spectrum2D& s,
+              const display::Rect& c, model::Axis axis, std::int32_t point) {
+  if (axis == F2) {
+    const int x = X(v, c, PpmAt(s.ppmF2, point));
+    surface.MoveTo(x, c.y);
+    surface.LineTo(x, c.bottom());
+  } else {
+    const int y = Y(v, c, PpmAt(s.ppmF1, point));
+    surface.MoveTo(c.x, y);
+    surface.LineTo(c.right(), y);
+  }
+}
+
+// The phase trace of the panel's axis replaces the projection in that axis's side panel, on a
+// scale symmetric about its base line so that both signs show.
+void DrawPhaseTrace(platform::Surface& surface, const operations::PhaseTool& tool, const display::DisplayState& v,
+                    const model::Spectrum2D& s, const display::Rect& panel) {
+  const std::vector<float>& re = tool.TraceReal();
+  float largest = 0;
+  for (float x : re) largest = std::max(largest, std::fabs(x));
+  if (largest <= 0) largest = 1;
+  // Inside the panel's frame, which stays.
+  surface.SetPen(0xFFFFFF, 1);
+  surface.SetBrush(0xFFFFFF);
+  const platform::Point corners[4] = {{panel.x + 1, panel.y + 1},
+                                      {panel.right() - 2, panel.y + 1},
+                                      {panel.right() - 2, panel.bottom() - 2},
+                                      {panel.x + 1, panel.bottom() - 2}};
+  surface.Polygon(corners);
+  surface.SetNoBrush();
+  const bool f1 = tool.Axis() == F1;
+  display::TracePanel p{panel, f1 ? v.ViewF1Start : v.ViewF2Start, f1 ? v.ViewF1End : v.ViewF2End, -1.05f * largest,
+                        1.05f * largest, f1};
+  surface.SetPen(0xC0C0C0, 1);  // the base line
+  if (f1) {
+    surface.MoveTo(panel.x + panel.width / 2, panel.y);
+    surface.LineTo(panel.x + panel.width / 2, panel.bottom());
+  } else {
+    surface.MoveTo(panel.x, panel.y + panel.height / 2);
+    surface.LineTo(panel.right(), panel.y + panel.height / 2);
+  }
+  const std::vector<float>& ppm = f1 ? s.ppmF1 : s.ppmF2;
+  display::DrawTrace(surface, p, ppm, re, static_cast<int>(re.size()), kPhaseTraceColor, 1);
+  surface.SetPen(kPivotColor, 1);
+  const float pivot = PpmAt(ppm, tool.Values().pivot);
+  if (f1) {
+    const int y = Y(v, {panel.x, panel.y, panel.width, panel.height}, pivot);
+    surface.MoveTo(panel.x, y);
+    surface.LineTo(panel.right(), y);
+  } else {
+    const int x = X(v, panel, pivot);
+    surface.MoveTo(x, panel.y);
+    surface.LineTo(x, panel.bottom());
+  }
+}
+
+// The diagonal that symmetrization mirrors across: F1 = F2 + d, from the left edge of the
+// contour to the right.
+void DrawSymmetryLine(platform::Surface& surface, float shift, const display::DisplayState& v,
+                      const model::Spectrum2D& s, const display::Rect& c) {
+  const double d = operations::DiagonalOffset(s, shift);
+  surface.SetPen(kSymmetryColor, 2);
+  const int xs[2] = {c.x, c.right()};
+  for (int i = 0; i < 2; ++i) {
+    const double f2 = ValueAt(v.ViewF2Start, v.ViewF2End, c.x, c.width, xs[i]);
+    const int y = Y(v, c, f2 + d);
+    if (i == 0) surface.MoveTo(xs[i], y);
+    else surface.LineTo(xs[i], y);
+  }
+}
+
+}  // namespace
+
+void ToolOverlay::Press(display::ToolContext& context, const display::Pointer& at) {
+  if (at.right) return;
+  const display::CursorReading r = display::ReadCursor(context.view, context.spectrum, context.contour, at.x, at.y);
+  operations::Tool* tool = tools_.Active();
+  if (auto* reference = dynamic_cast<operations::ReferenceTool*>(tool)) {
+    reference->PlaceCross(r.col, r.row);
+    tools_.ScaleChanged();
+  } else if (auto* base = dynamic_cast<operations::BaselineTool*>(tool)) {
+    const std::int32_t point = context.view.ToolMode == display::kBaselineF1 ? r.row : r.col;
+    if (context.view.ToolCode == 1) base->AddPoint(point);
+    else if (context.view.ToolCode == -1) base->DeletePoint(point);
+    tools_.MarksChanged();
+  } else if (auto* phase = dynamic_cast<operations::PhaseTool*>(tool)) {
+    if (context.view.ToolCode != 2) return;  // the pivot button is up
+    phase->SetPivot(phase->Axis() == F1 ? r.row : r.col);
+    tools_.MarksChanged();
+  } else if (dynamic_cast<operations::SymmetrizeTool*>(tool)) {
+    context.view.MouseMode = display::kSymmetryLine;
+    Move(context, at);
+  }
+}
+
+void ToolOverlay::Move(display::ToolContext& context, const display::Pointer& at) {
+  auto* sym = dynamic_cast<operations::SymmetrizeTool*>(tools_.Active());
+  if (!sym || context.view.MouseMode != display::kSymmetryLine) return;
+  // The line through the pointer: its offset in F2 points from the line through the middle.
+  const display::DisplayState& v = context.view;
+  const display::Rect& c = context.contour;
+  const double f2 = ValueAt(v.ViewF2Start, v.ViewF2End, c.x, c.width, at.x);
+  const double f1 = ValueAt(v.ViewF1Start, v.ViewF1End, c.y, c.height, at.y);
+  const double d0 = operations::DiagonalOffset(context.spectrum, 0);
+  const double perPoint = operations::DiagonalOffset(context.spectrum, 1) - d0;
+  if (perPoint == 0) return;
+  sym->DragTo((f1 - f2 - d0) / perPoint);
+  tools_.MarksChanged();
+}
+
+void ToolOverlay::Release(display::ToolContext& context, const display::Pointer& at) {
+  Move(context, at);
+  context.view.MouseMode = display::kNoDrag;
+}
+
+bool ToolOverlay::CanLeave() { return tools_.LeaveOpenTool(); }
+
+void ToolOverlay::DrawOverlay(platform::Surface& surface, const display::DisplayState& v, const model::Spectrum2D& s,
+                              const display::Rect& c) const {
+  const operations::Tool* tool = tools_.Active();
+  if (!tool) return;
+  const display::MainViewLayout& layout = tools_.View().Layout();
+  surface.SetNoBrush();
+  if (auto* phase = dynamic_cast<const operations::PhaseTool*>(tool)) {
+    const display::Rect& panel = phase->Axis() == F1 ? layout.traceF1 : layout.traceF2;
+    if (panel.width > 2 && panel.height > 2) {
+      surface.SetClip(panel.x, panel.y, panel.width, panel.height);
+      DrawPhaseTrace(surface, *phase, v, s, panel);
+    }
+    surface.SetClip(c.x, c.y, c.width, c.height);
+    surface.SetPen(kPivotColor, 1);
+    AxisLine(surface, v, s, c, phase->Axis(), phase->Values().pivot);
+  } else if (auto* base = dynamic_cast<const operations::BaselineTool*>(tool)) {
+    // On the contour and across the trace panel of the axis, which shares the axis's extent.
+    const model::Axis axis = v.ToolMode == display::kBaselineF1 ? F1 : F2;
+    surface.SetPen(kBasePointColor, 1);
+    for (const display::Rect& r : {c, axis == F1 ? layout.traceF1 : layout.traceF2}) {
+      surface.SetClip(r.x, r.y, r.width, r.height);
+      for (const operations::BasePoint& p : base->Points()) AxisLine(surface, v, s, r, axis, p.position);
+    }
+  } else if (auto* sym = dynamic_cast<const operations::SymmetrizeTool*>(tool)) {
+    surface.SetClip(c.x, c.y, c.width, c.height);
+    DrawSymmetryLine(surface, sym->SymShift(), v, s, c);
+  } else if (auto* reference = dynamic_cast<const operations::ReferenceTool*>(tool)) {
+    surface.SetClip(c.x, c.y, c.width, c.height);
+    surface.SetPen(kReferenceColor, 1);
+    AxisLine(surface, v, s, c, F2, reference->CrossF2());
+    AxisLine(surface, v, s, c, F1, reference->CrossF1());
+  }
+  surface.ClearClip();
+}
+
+}  // namespace velk::gui

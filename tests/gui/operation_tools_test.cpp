@@ -1,0 +1,244 @@
+// The spectrum tools driven as a person uses them, on the offscreen platform: phase the corpus
+// HSQC with the step labels and undo it, correct its baseline with points clicked on the contour,
+// symmetrize the COSY, and set a reference by clicking; each checked on the data and on what the
+// window shows (panel, marks, the Undo entry's caption).
+#include <QDir>
+#include <QDockWidget>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <QToolButton>
+#include <QtTest>
+#include <cmath>
+
+#include "gui/main_window.h"
+#include "gui/step_label.h"
+#include "operations/baseline_tool.h"
+#include "operations/phase_tool.h"
+#include "support/corpus.h"
+#include "support/temp_folder.h"
+
+using namespace velk;
+using model::F1;
+using model::F2;
+
+namespace {
+
+// The window on its own folders with the file open and traced.
+struct Window {
+  test::TempFolder folders;
+  gui::MainWindow w{{folders / "data", folders / "config", folders / "log", folders / "work", folders / "program"},
+                    ""};
+  explicit Window(const std::string& set) {
+    w.resize(1200, 900);
+    w.show();
+    w.OpenFile(test::CorpusPath(set).string());
+    Traced(60000);
+  }
+  bool Traced(int timeout = 20000) {
+    return QTest::qWaitFor(
+        [&] { return !w.Opening() && !w.Picture().Tracing() && !w.Document().view.ContourDirty; }, timeout);
+  }
+  QAction* Entry(const QString& text) {
+    for (QAction* menu : w.menuBar()->actions())
+      if (menu->menu())
+        for (QAction* a : menu->menu()->actions())
+          if (a->text() == text || (a->text().startsWith("UnDo") && text == "UnDo")) return a;
+    return nullptr;
+  }
+  void Run(const QString& text) {
+    QAction* a = Entry(text);
+    QVERIFY2(a, qPrintable(text));
+    a->trigger();
+    QVERIFY(Traced());  // the panel took room from the picture, which is drawn anew
+  }
+  QString UndoCaption() { return w.UndoAction()->text(); }
+  template <class T = QPushButton>
+  T* Button(const char* name) {
+    QWidget* panel = w.Operations().Panel();
+    return panel ? panel->findChild<T*>(name) : nullptr;
+  }
+  void Click(const char* name) {
+    QPushButton* b = Button(name);
+    QVERIFY2(b && b->isEnabled(), name);
+    b->click();
+    QVERIFY(Traced());
+  }
+  model::Spectrum2D& Data() { return const_cast<model::Spectrum2D&>(w.Document().spectrum); }
+};
+
+// Answers the next message box with a button and keeps its text.
+std::shared_ptr<QString> AnswerNext(const QString& button) {
+  auto text = std::make_shared<QString>();
+  QTimer::singleShot(0, [text, button] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!box) return;
+    *text = box->text();
+    for (QAbstractButton* b : box->buttons())
+      if (b->text() == button) b->click();
+  });
+  return text;
+}
+
+}  // namespace
+
+class OperationToolsTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void PhaseStepPreviewFixAndUndo() {
+    Window t("bruker/cyclosporin_hsqc/3/pdata/1/2rr");
+    model::Spectrum2D& s = t.Data();
+    const std::vector<float> rr = s.RR.data, ir = s.IR.data;
+    t.Run("F2 Phase Corr.");
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kPhaseF2));
+    QVERIFY(t.w.findChild<QDockWidget*>("toolPanel")->isVisible());
+    QVERIFY(!t.Button("Fix")->isEnabled());  // nothing to fix before a preview
+    auto& tool = static_cast<operations::PhaseTool&>(*t.w.Operations().Active());
+    const std::vector<float> traceBefore = tool.TraceReal();
+    // "Auto" on the vendor's phased spectrum proposes almost nothing, and only proposes it.
+    t.Click("Auto");
+    QVERIFY2(std::abs(tool.Values().Phase0) < 15 && std::abs(tool.Values().Phase1) < 30,
+             qPrintable(QString("%1 %2").arg(tool.Values().Phase0).arg(tool.Values().Phase1)));
+    QVERIFY(s.RR.data == rr);
+    t.Click("Zero");
+
+    // "+10" on the zero order held past its first repeat: 10 on the press, 10 more after 500 ms.
+    auto* plus10 = t.w.Operations().Panel()->findChild<gui::StepLabel*>("step0_13");
+    QTest::mousePress(plus10, Qt::LeftButton);
+    QTest::qWait(620);
+    QTest::mouseRelease(plus10, Qt::LeftButton);
+    const float phase0 = tool.Values().Phase0;
+    QVERIFY2(phase0 >= 20.0f && std::fmod(phase0, 10.0f) == 0.0f, std::to_string(phase0).c_str());
+    QCOMPARE(t.Button<QLineEdit>("phase0Text")->text(), QString::number(phase0, 'f', 1));
+    QVERIFY(tool.TraceReal() != traceBefore);
+    QVERIFY(s.RR.data == rr);  // only the trace turned
+    QVERIFY(tool.PreviewPending());
+    // Typed: 30 degrees exactly.
+    t.Button<QLineEdit>("phase0Text")->setText("30");
+    QMetaObject::invokeMethod(t.Button<QLineEdit>("phase0Text"), "editingFinished");
+    QCOMPARE(tool.Values().Phase0, 30.0f);
+
+    t.Click("Preview");
+    QVERIFY(t.Button("Fix")->isEnabled());
+    const double a = 30 * 0.0174532925199433;
+    const std::size_t at = 200 * s.RR.stride + 300;
+    QVERIFY(std::abs(s.RR.data[at] - (rr[at] * std::cos(a) - ir[at] * std::sin(a))) <= 1e-5 * std::abs(rr[at]) + 1e-3);
+    t.Click("Fix");
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kNoTool));
+    QVERIFY(!t.w.findChild<QDockWidget*>("toolPanel")->isVisible());
+    QCOMPARE(t.UndoCaption(), QString("UnDo(F2 Phase Correction)"));
+    int undoEntries = 0;  // the window's one entry, which takes back the tools' records too
+    for (QAction* menu : t.w.menuBar()->actions())
+      if (menu->menu())
+        for (QAction* e : menu->menu()->actions()) undoEntries += e->text().startsWith("UnDo");
+    QCOMPARE(undoEntries, 1);
+    // The snapshot and the undo file lie in the run's work folder.
+    QStringList kept = QDir(QString::fromStdString((t.folders / "work").string())).entryList(QDir::Files);
+    QVERIFY2(kept.filter("Temp2Ddata.").size() == 1 && kept.filter("UnDo2Ddata.").size() == 1, qPrintable(kept.join(' ')));
+    const std::vector<float> phased = s.RR.data;
+
+    // An open panel with values not yet previewed is simply cancelled by the next command.
+    t.Run("F1 Phase Corr.");
+    QTest::mouseClick(t.w.Operations().Panel()->findChild<gui::StepLabel*>("step1_0"), Qt::LeftButton);
+    t.Run("F2 BaseLine Cor.");
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kBaselineF2));
+    QVERIFY(s.RR.data == phased);
+    t.Click("Cancel");
+
+    t.Run("UnDo");
+    QVERIFY(t.Traced());
+    QVERIFY(s.RR.data == rr && s.IR.data == ir);
+    QCOMPARE(t.UndoCaption(), QString("UnDo"));
+    QVERIFY(!t.w.UndoAction()->isEnabled());
+  }
+
+  void BaselinePointsClickedOnTheContour() {
+    Window t("bruker/cyclosporin_hsqc/3/pdata/1/2rr");
+    model::Spectrum2D& s = t.Data();
+    const std::vector<float> rr = s.RR.data, ir = s.IR.data;
+    t.Run("F2 BaseLine Cor.");
+    auto& tool = static_cast<operations::BaselineTool&>(*t.w.Operations().Active());
+    QVERIFY(t.Button("Add Point")->isChecked());
+    gui::SpectrumView& view = t.w.Picture();
+    for (double f2 : {9.5, 5.6, -0.5}) QTest::mouseClick(&view, Qt::LeftButton, {}, view.PositionOf(f2, 60).toPoint());
+    QCOMPARE(tool.Points().size(), std::size_t(3));
+    QCOMPARE(t.UndoCaption(), QString("UnDo(Add Point)"));
+    t.Run("UnDo");  // in the baseline panel it takes back the last point only
+    QCOMPARE(tool.Points().size(), std::size_t(2));
+    // Kept in the order of the axis: 5.6 then 9.5 ppm.
+    const float f2 = s.ppmF2[tool.Points()[0].position];
+    QVERIFY2(std::abs(f2 - 5.6f) < 0.02f, std::to_string(f2).c_str());
+
+    t.Click("Preview");
+    QVERIFY(s.RR.data != rr && s.IR.data == ir);  // RR only
+    t.Click("Fix");
+    QCOMPARE(t.UndoCaption(), QString("UnDo(F2 Base Line Correction)"));
+    QCOMPARE(s.Modified, std::int16_t(1));
+    // After a baseline correction the phase commands warn, and "No" stops them.
+    const auto said = AnswerNext("No");
+    t.Run("F1 Phase Corr.");
+    QVERIFY(said->startsWith("Since BaseLine Correction or Symmetrization has been executed,"));
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kNoTool));
+    t.Run("UnDo");
+    QVERIFY(t.Traced());
+    QVERIFY(s.RR.data == rr);
+    QCOMPARE(s.Modified, std::int16_t(0));
+  }
+
+  void SymmetrizeTheCosy() {
+    Window t("bruker/cyclosporin_cosy/1/pdata/1/2rr");
+    model::Spectrum2D& s = t.Data();
+    const std::vector<float> rr = s.RR.data;
+    t.Run("F2 Phase Corr.");  // nothing to phase in a magnitude COSY
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kNoTool));
+    t.Run("Symmetrize");
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kSymmetrization));
+    QVERIFY(t.w.Operations().Panel()->findChild<QLabel*>()->text().startsWith("Make Line on the center"));
+    t.Button<QToolButton>("shiftRight")->click();
+    t.Button<QToolButton>("shiftRight")->click();
+    QVERIFY(t.Button<QLabel>("symShift")->text().contains("0.50"));
+    t.Click("Preview");
+    // Each value became the smaller of itself and its mirror: nothing grew, much shrank.
+    std::size_t lowered = 0;
+    for (std::size_t i = 0; i < rr.size(); ++i) {
+      QVERIFY(s.RR.data[i] <= std::max(rr[i], 0.0f));
+      lowered += s.RR.data[i] < rr[i];
+    }
+    QVERIFY2(lowered > rr.size() / 10, qPrintable(QString("%1 of %2, class %3").arg(lowered).arg(rr.size()).arg(t.w.Document().words.pulseModeClass)));
+    t.Click("Fix Symmetrization, and Exit");
+    QCOMPARE(t.UndoCaption(), QString("UnDo(Symmetrize)"));
+    t.Run("UnDo");
+    QVERIFY(t.Traced());
+    QVERIFY(s.RR.data == rr);
+  }
+
+  void ReferenceByClicking() {
+    Window t("bruker/cyclosporin_hsqc/3/pdata/1/2rr");
+    model::Spectrum2D& s = t.Data();
+    const std::vector<float> f2Before = s.ppmF2;
+    t.Run("Reference Setting");
+    gui::SpectrumView& view = t.w.Picture();
+    QTest::mouseClick(&view, Qt::LeftButton, {}, view.PositionOf(1.0, 20.0).toPoint());
+    const int col = s.axis[F2].RefPoint;
+    QVERIFY(std::abs(f2Before[col] - 1.0f) < 0.02f);
+    const double x = view.PositionOf(s.ppmF2[col], 20).x();
+    t.Button<QLineEdit>("RefText2")->setText("1.5");
+    QMetaObject::invokeMethod(t.Button<QLineEdit>("RefText2"), "editingFinished");
+    QCOMPARE(s.ppmF2[col], 1.5f);
+    // The scale moved, not the data: the same point lies at the same place on the screen.
+    QVERIFY(std::abs(view.PositionOf(s.ppmF2[col], 20).x() - x) < 0.5);
+    QTest::mouseClick(t.Button<QToolButton>("RefCommandLeft"), Qt::LeftButton);
+    QCOMPARE(s.axis[F2].RefPoint, col + 1);  // high ppm at the left: one point up the axis
+    t.Click("Fix");
+    QCOMPARE(t.UndoCaption(), QString("UnDo(2D Refernec Setting)"));
+    t.Run("UnDo");
+    QCOMPARE(s.ppmF2, f2Before);
+  }
+};
+
+QTEST_MAIN(OperationToolsTest)
+#include "operation_tools_test.moc"
