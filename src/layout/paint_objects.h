@@ -1,5 +1,8 @@
 #pragma once
 // Painting the annotation objects of a page onto a surface, back to front.
+#include <functional>
+#include <optional>
+
 #include "layout/layout_document.h"
 #include "platform/surface.h"
 
@@ -19,9 +22,20 @@ struct PageScale {
 // family only. With erase the colours become white.
 void DrawArrow(platform::Surface& surface, const LayoutLine& line, const PageScale& scale, bool erase = false);
 
-// Paints every live object in the repaired draw order. Images have no picture bytes in the
-// document; their slots are left empty. Returns the repaired order (its flag says whether the
-// painter should warn once).
-PaintOrder PaintObjects(platform::Surface& surface, const LayoutDocument& doc, const PageScale& scale);
+// Turns an image slot's picture into pixels of the given size; nothing when its bytes can't be
+// decoded. The decoding belongs to the platform.
+using PictureDecoder = std::function<std::optional<platform::Image>(const LayoutImage&, int width, int height)>;
+
+// The device rectangle of an image's frame (left, top, width, height), whichever corners were set.
+struct DeviceRect {
+  int x = 0, y = 0, width = 0, height = 0;
+};
+DeviceRect ImageRect(const LayoutImage& image, const PageScale& scale);
+
+// Paints every live object in the repaired draw order. An image whose picture can't be decoded,
+// or that holds none, is not drawn. Returns the repaired order (its flag says whether the painter
+// should warn once).
+PaintOrder PaintObjects(platform::Surface& surface, const LayoutDocument& doc, const PageScale& scale,
+                        const PictureDecoder* pictures = nullptr);
 
 }  // namespace velk::layout
