@@ -40,14 +40,15 @@ PageFrames DefaultPageFrames(const Paper& paper) {
   // The spectrum frame holds the contour with its axes below and to the right of it.
   const float left = kMargin + kLevelWidth + kGap + kTraceDepth + kGap;
   const float top = kMargin + kCommentHeight + kGap + kTraceDepth + kGap;
-  const float side = std::max(2.0f, std::min(w - left - kMargin, (h - top - kMargin) * 0.68f));
-  f[FrameKind::Spectrum] = {.X = left, .Y = top, .Width = side, .Height = side};
+  const float right = float(kAxisBandRightCm), below = float(kAxisBandBelowCm);
+  const float side = std::max(2.0f, std::min(w - left - kMargin - right, (h - top - kMargin) * 0.62f - below));
+  f[FrameKind::Spectrum] = {.X = left, .Y = top, .Width = side + right, .Height = side + below};
   f[FrameKind::TraceF2] = {.X = left, .Y = top - kGap - kTraceDepth, .Width = side, .Height = kTraceDepth};
   f[FrameKind::TraceF1] = {.X = left - kGap - kTraceDepth, .Y = top, .Width = kTraceDepth, .Height = side};
   f[FrameKind::Level] = {.X = kMargin, .Y = top, .Width = kLevelWidth, .Height = side};
-  const float below = top + side + 2 * kGap;
-  f[FrameKind::Parameter] = {.X = kMargin, .Y = below, .Width = w - 2 * kMargin,
-                             .Height = std::max(1.0f, h - kMargin - below)};
+  const float under = top + side + below + kGap;
+  f[FrameKind::Parameter] = {.X = kMargin, .Y = under, .Width = w - 2 * kMargin,
+                             .Height = std::max(1.0f, h - kMargin - under)};
   return f;
 }
 

@@ -20,6 +20,10 @@ struct Paper {
 // "A4", "A3", "A5", "B4", "B5" (JIS B sizes), turned for landscape; nothing for another name.
 std::optional<Paper> PaperOf(std::string_view name, bool landscape);
 
+// The spectrum frame keeps bands for its axes below and to the right of the contour.
+inline constexpr double kAxisBandBelowCm = 1.2;
+inline constexpr double kAxisBandRightCm = 2.0;
+
 enum class FrameKind { Spectrum, TraceF2, TraceF1, Level, Parameter, Comment };
 inline constexpr std::size_t kFrameCount = 6;
 

@@ -47,7 +47,8 @@ display::MainViewLayout ViewInFrames(const PageFrames& frames, double dpi) {
   display::MainViewLayout l;
   l.textHeight = std::max(6, static_cast<int>(std::lrint(kAxisPoints * dpi / kPointsPerInch)));
   const display::Rect all = RectOf(frames[FrameKind::Spectrum], dpi);
-  const int axisF1 = std::min(7 * l.textHeight, all.width / 3), axisF2 = std::min(4 * l.textHeight, all.height / 3);
+  const int axisF1 = std::min(Dots(kAxisBandRightCm, dpi), all.width / 3);
+  const int axisF2 = std::min(Dots(kAxisBandBelowCm, dpi), all.height / 3);
   l.contour = {all.x, all.y, std::max(0, all.width - axisF1), std::max(0, all.height - axisF2)};
   l.axisF2 = {l.contour.x, l.contour.bottom(), l.contour.width, axisF2};
   l.axisF1 = {l.contour.right(), l.contour.y, axisF1, l.contour.height};
