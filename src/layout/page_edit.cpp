@@ -321,6 +321,17 @@ void ApplyDrag(EditedPage& page, const EditedPage& begun, const Hit& hit, PagePo
   }
 }
 
+int LineUnitsOfMm(double mm) { return std::clamp(static_cast<int>(std::lround(mm * 10)), 0, 999); }
+double MmOfLineUnits(int units) { return units / 10.0; }
+
+void ApplyRatio(LayoutShape& circle, double ratio) {
+  if (!(ratio > 0)) return;
+  const float top = std::min(circle.Y1, circle.Y2);
+  circle.Y1 = top;
+  circle.Y2 = top + float(std::abs(circle.X2 - circle.X1) * ratio);
+  circle.Ratio = float(ratio);
+}
+
 std::string PositionText(PagePoint p) {
   char text[64];
   std::snprintf(text, sizeof text, "X= %.2f   Y= %.2f cm", p.x, p.y);

@@ -85,6 +85,12 @@ inline constexpr double kSmallestFrame = 1.0;   // cm, a side of a frame
 void ApplyDrag(EditedPage& page, const EditedPage& begun, const Hit& hit, PagePoint from, PagePoint to,
                double grid = kSnapGrid);
 
+// Arrow widths and head lengths are kept in 0.1 mm, below 1000 units.
+int LineUnitsOfMm(double mm);
+double MmOfLineUnits(int units);
+// A circle's ratio (its height over its width; 1.0 is a true circle), set by moving its lower edge.
+void ApplyRatio(LayoutShape& circle, double ratio);
+
 // The status line: "X= 3.25   Y= 4.10 cm", and for a frame its size and place.
 std::string PositionText(PagePoint p);
 std::string FrameText(const PageFrame& frame);

@@ -33,6 +33,11 @@ std::optional<Paper> PaperOf(std::string_view name, bool landscape) {
   return std::nullopt;
 }
 
+Paper PaperOfCodes(int size, int orientation) {
+  const char* name = size == 8 ? "A3" : size == 11 ? "A5" : size == 12 ? "B4" : size == 13 ? "B5" : "A4";
+  return *PaperOf(name, orientation == 2);
+}
+
 PageFrames DefaultPageFrames(const Paper& paper) {
   const float w = static_cast<float>(paper.widthCm), h = static_cast<float>(paper.heightCm);
   PageFrames f;
@@ -41,14 +46,22 @@ PageFrames DefaultPageFrames(const Paper& paper) {
   const float left = kMargin + kLevelWidth + kGap + kTraceDepth + kGap;
   const float top = kMargin + kCommentHeight + kGap + kTraceDepth + kGap;
   const float right = float(kAxisBandRightCm), below = float(kAxisBandBelowCm);
-  const float side = std::max(2.0f, std::min(w - left - kMargin - right, (h - top - kMargin) * 0.62f - below));
+  const bool landscape = w > h;
+  const float side = std::max(2.0f, landscape ? std::min(h - top - kMargin - below, (w - left - kMargin) * 0.55f - right)
+                                              : std::min(w - left - kMargin - right, (h - top - kMargin) * 0.62f - below));
   f[FrameKind::Spectrum] = {.X = left, .Y = top, .Width = side + right, .Height = side + below};
   f[FrameKind::TraceF2] = {.X = left, .Y = top - kGap - kTraceDepth, .Width = side, .Height = kTraceDepth};
   f[FrameKind::TraceF1] = {.X = left - kGap - kTraceDepth, .Y = top, .Width = kTraceDepth, .Height = side};
   f[FrameKind::Level] = {.X = kMargin, .Y = top, .Width = kLevelWidth, .Height = side};
-  const float under = top + side + below + kGap;
-  f[FrameKind::Parameter] = {.X = kMargin, .Y = under, .Width = w - 2 * kMargin,
-                             .Height = std::max(1.0f, h - kMargin - under)};
+  if (landscape) {
+    const float beside = left + side + right + kGap, upper = top - kGap - kTraceDepth;
+    f[FrameKind::Parameter] = {.X = beside, .Y = upper, .Width = std::max(1.0f, w - kMargin - beside),
+                               .Height = std::max(1.0f, h - kMargin - upper)};
+  } else {
+    const float under = top + side + below + kGap;
+    f[FrameKind::Parameter] = {.X = kMargin, .Y = under, .Width = w - 2 * kMargin,
+                               .Height = std::max(1.0f, h - kMargin - under)};
+  }
   return f;
 }
 

@@ -19,6 +19,9 @@ struct Paper {
 };
 // "A4", "A3", "A5", "B4", "B5" (JIS B sizes), turned for landscape; nothing for another name.
 std::optional<Paper> PaperOf(std::string_view name, bool landscape);
+// The paper by the printer interface's numbers, as the settings keep them ("PAPER SIZE" 8 A3,
+// 9 A4, 11 A5, 12 B4, 13 B5; "PAPER ORIENTATION" 1 portrait, 2 landscape); A4 for another size.
+Paper PaperOfCodes(int size, int orientation);
 
 // The spectrum frame keeps bands for its axes below and to the right of the contour.
 inline constexpr double kAxisBandBelowCm = 1.2;
@@ -45,9 +48,9 @@ struct PageFrames {
   friend bool operator==(const PageFrames&, const PageFrames&) = default;
 };
 
-// The page as it starts: the comment along the top, the spectrum as large a square as the paper's
-// width allows with the F2 trace above, the F1 trace and the level bar to its left, and the
-// parameter block below it down to the margin.
+// The page as it starts: the comment along the top, the spectrum as a square with the F2 trace
+// above it and the F1 trace and the level bar to its left, and the parameter block below it
+// (portrait) or to its right (landscape), out to the margin.
 PageFrames DefaultPageFrames(const Paper& paper);
 
 // The frames kept in the print set block of a data set (the bytes after its tag); a frame never

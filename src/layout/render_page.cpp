@@ -17,6 +17,7 @@ constexpr double kParameterPoints = 9;
 constexpr double kCommentPoints = 12;
 constexpr double kAxisPoints = 8;
 constexpr double kColumnGap = 0.5;         // cm between the parameter columns
+constexpr double kTwoColumnWidth = 16;     // cm: a narrower parameter frame has one column
 constexpr double kStoredUnitsPerCm = 100;  // widths and head lengths of lines are kept in 0.1 mm
 
 int Dots(double cm, double dotsPerInch) { return static_cast<int>(std::lrint(cm / kCmPerInch * dotsPerInch)); }
@@ -60,17 +61,18 @@ display::MainViewLayout ViewInFrames(const PageFrames& frames, double dpi) {
 
 void DrawParameters(platform::Surface& surface, const PageContent& content, const PageFrame& f, double dpi) {
   if (!f.Shown) return;
-  // Two columns, the first taking the odd line.
+  // Two columns in a wide frame, the first taking the odd line.
+  const int count = f.Width >= kTwoColumnWidth ? 2 : 1;
   const std::size_t half = (content.parameters.size() + 1) / 2;
   const ParameterList columns[2] = {{content.parameters.begin(), content.parameters.begin() + half},
                                     {content.parameters.begin() + half, content.parameters.end()}};
-  for (int c = 0; c < 2; ++c) {
+  for (int c = 0; c < count; ++c) {
     ParameterBlockPlacement block;
-    block.x = Dots(f.X + c * f.Width / 2.0, dpi);
+    block.x = Dots(f.X + c * f.Width / count, dpi);
     block.y = Dots(f.Y, dpi);
     block.scale = dpi / kPointsPerInch;
-    block.width = Dots(std::max(0.5, f.Width / 2.0 - kColumnGap), dpi);
-    RenderParameterList(surface, columns[c], TextFont{"Sans Serif", kParameterPoints}, platform::kBlack, block,
+    block.width = Dots(std::max(0.5, f.Width / count - kColumnGap), dpi);
+    RenderParameterList(surface, count == 2 ? columns[c] : content.parameters, TextFont{"Sans Serif", kParameterPoints}, platform::kBlack, block,
                         content.source);
   }
 }

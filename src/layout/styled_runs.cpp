@@ -80,11 +80,7 @@ std::vector<StyledRun> RunsFromInternal(std::string_view text) {
     std::string characters;
     switch (code.kind) {
       case CodeKind::Text:
-        if (!style.greek) {
-          characters = code.text;
-          break;
-        }
-        for (unsigned char c : code.text) c < 0x80 ? AppendUtf8(characters, SymbolCharacter(c)) : void(characters += char(c));
+        characters = style.greek ? GreekFromLatin(code.text) : code.text;
         break;
       case CodeKind::Hex: {
         const auto c = static_cast<unsigned char>(code.value);
@@ -112,6 +108,27 @@ std::vector<StyledRun> RunsFromInternal(std::string_view text) {
     add(characters);
   }
   return runs;
+}
+
+std::string GreekFromLatin(std::string_view text) {
+  std::string out;
+  for (unsigned char c : text) c < 0x80 ? AppendUtf8(out, SymbolCharacter(c)) : void(out += char(c));
+  return out;
+}
+
+std::string LatinFromGreek(std::string_view text) {
+  std::string out;
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t from = i;
+    const std::uint32_t cp = NextCodePoint(text, i);
+    const unsigned char symbol = cp >= 0x80 ? SymbolCode(cp) : 0;
+    if (symbol > 0 && symbol < 0x80) {
+      out += static_cast<char>(symbol);
+    } else {
+      out.append(text.substr(from, i - from));
+    }
+  }
+  return out;
 }
 
 std::string RtfFromRuns(const std::vector<StyledRun>& runs, const BaseFont& base) {
