@@ -77,7 +77,10 @@ std::vector<layout::StyledRun> RunsOf(const QTextDocument& doc, const layout::Ba
     }
   };
   for (QTextBlock block = doc.begin(); block.isValid(); block = block.next()) {
-    if (block != doc.begin()) add("\n", runs.empty() ? layout::RunStyle{} : runs.back().style);
+    // A line break takes the look of the line it opens, so that a look ends with its line.
+    if (block != doc.begin())
+      add("\n", block.begin().atEnd() ? (runs.empty() ? layout::RunStyle{} : runs.back().style)
+                                      : StyleOf(block.begin().fragment().charFormat(), base));
     for (auto it = block.begin(); !it.atEnd(); ++it) {
       QString text = it.fragment().text();
       text.replace(QChar::LineSeparator, '\n').replace(QChar::Nbsp, ' ');
@@ -227,9 +230,9 @@ CodedTextResult CodedTextEditor::Result() const {
 }
 
 void CodedTextEditor::ShowBracket() {
-  QString bracket = QString::fromStdString(layout::BracketFromInternal(Result().internal));
+  const auto runs = RunsOf(*rich_->document(), base_);
+  QString bracket = QString::fromStdString(layout::BracketFromInternal(layout::NestedInternalFromRuns(runs)));
   bracket.remove('\r');
-  if (bracket.endsWith("\\>")) bracket.chop(2);
   const QSignalBlocker quiet(bracket_);
   bracket_->setPlainText(bracket);
 }

@@ -29,6 +29,7 @@
 #include "gui/display_area_dialog.h"
 #include "gui/environment_dialog.h"
 #include "gui/grid_dialog.h"
+#include "gui/print_preview.h"
 #include "model/data_type.h"
 #include "document/transform.h"
 #include "document/read_data_set.h"
@@ -140,6 +141,7 @@ void MainWindow::BuildMenus() {
     if (data_.spectrum && !opening_.Busy() && data_.tools.Resolve(data_.state)) Save();
   });
   file->addSeparator();
+  file->addAction("Print / Edit", QKeySequence::Print, this, [this] { OpenPrintPreview(); });
   file->addAction("Close (Discard Present Data)", this, [this] { DiscardData(); });
   file->addAction("Set Environment...", this, [this] { SetEnvironment(); });
   file->addSeparator();
@@ -326,6 +328,14 @@ bool MainWindow::Save() {
     return false;
   }
   return true;
+}
+
+PrintPreview* MainWindow::OpenPrintPreview() {
+  if (!data_.spectrum || opening_.Busy() || !data_.tools.Resolve(data_.state)) return nullptr;
+  auto* preview = new PrintPreview(session_, data_, [this] { return Save(); }, this);
+  preview->setAttribute(Qt::WA_DeleteOnClose);
+  preview->show();
+  return preview;
 }
 
 void MainWindow::DiscardData() {

@@ -22,6 +22,8 @@ class QActionGroup;
 
 namespace velk::gui {
 
+class PrintPreview;
+
 class MainWindow final : public QMainWindow {
   Q_OBJECT
 
@@ -55,6 +57,8 @@ class MainWindow final : public QMainWindow {
   void SetEnvironment();
   void ChangeDisplayArea();
   void SetUpGrid();
+  // "Print / Edit": the window "Print Preview" on the page of the data shown; none without data.
+  PrintPreview* OpenPrintPreview();
 
  signals:
   void opened();

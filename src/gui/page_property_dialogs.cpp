@@ -96,9 +96,8 @@ bool EditArrowProperty(QWidget* parent, layout::LayoutLine& line) {
   d.form->addRow("Fill Color", fill);
   d.form->addRow("", new QLabel("Fill Color is effective in case of  Arrow 9. - 12.", &d.dialog));
   if (!d.Run()) return false;
-  line.StyleCode = static_cast<std::int16_t>(kind->currentIndex());
+  layout::SetArrowKind(line, kind->currentIndex(), layout::LineUnitsOfMm(length->value()));
   line.Width = static_cast<std::int16_t>(std::max(1, layout::LineUnitsOfMm(width->value())));
-  line.HeadLengthStart = line.HeadLengthEnd = static_cast<std::int16_t>(layout::LineUnitsOfMm(length->value()));
   line.LineType = style->currentIndex();
   line.Color = rod->color();
   line.FillColor = fill->color();

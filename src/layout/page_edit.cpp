@@ -324,6 +324,14 @@ void ApplyDrag(EditedPage& page, const EditedPage& begun, const Hit& hit, PagePo
 int LineUnitsOfMm(double mm) { return std::clamp(static_cast<int>(std::lround(mm * 10)), 0, 999); }
 double MmOfLineUnits(int units) { return units / 10.0; }
 
+void SetArrowKind(LayoutLine& line, int styleCode, int headUnits) {
+  line.StyleCode = static_cast<std::int16_t>(std::clamp(styleCode, 0, 15));
+  const int flags = line.StyleCode % 4;
+  const auto units = static_cast<std::int16_t>(std::clamp(headUnits, 0, 999));
+  line.HeadLengthStart = flags >= 2 ? units : 0;
+  line.HeadLengthEnd = flags % 2 ? units : 0;
+}
+
 void ApplyRatio(LayoutShape& circle, double ratio) {
   if (!(ratio > 0)) return;
   const float top = std::min(circle.Y1, circle.Y2);
@@ -358,9 +366,8 @@ LayoutLine NewLine(const EditedPage& page, PagePoint at) {
   const Box b = Centred(page, at, 3, 0);
   LayoutLine l;
   l.X1 = float(b.left), l.Y1 = float(b.top), l.X2 = float(b.right), l.Y2 = float(b.top);
-  l.StyleCode = 5;  // "6. Right Arrow Solid Line"
-  l.Width = 3;      // 0.3 mm
-  l.HeadLengthStart = l.HeadLengthEnd = 30;
+  SetArrowKind(l, 5, 30);  // "6. Right Arrow Solid Line", 3 mm head
+  l.Width = 3;             // 0.3 mm
   return l;
 }
 

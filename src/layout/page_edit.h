@@ -88,6 +88,9 @@ void ApplyDrag(EditedPage& page, const EditedPage& begun, const Hit& hit, PagePo
 // Arrow widths and head lengths are kept in 0.1 mm, below 1000 units.
 int LineUnitsOfMm(double mm);
 double MmOfLineUnits(int units);
+// The arrow kind (its style code) with heads of the length where its head flags put them, and no
+// length where they don't, as the file keeps them.
+void SetArrowKind(LayoutLine& line, int styleCode, int headUnits);
 // A circle's ratio (its height over its width; 1.0 is a true circle), set by moving its lower edge.
 void ApplyRatio(LayoutShape& circle, double ratio);
 

@@ -110,6 +110,66 @@ std::vector<StyledRun> RunsFromInternal(std::string_view text) {
   return runs;
 }
 
+namespace {
+
+// The on-codes of a look, in the order they are opened.
+std::vector<Code> LookCodes(const RunStyle& s) {
+  std::vector<Code> codes;
+  if (s.italic) codes.push_back({CodeKind::Italic});
+  if (s.bold) codes.push_back({CodeKind::Bold});
+  if (s.underline) codes.push_back({CodeKind::Underline});
+  if (s.strike) codes.push_back({CodeKind::Strike});
+  if (!s.font.empty()) codes.push_back({CodeKind::Font, true, s.font});
+  if (s.points > 0) codes.push_back({CodeKind::Size, true, {}, s.points});
+  if (s.color) codes.push_back({CodeKind::Color, true, {}, double(*s.color)});
+  if (s.greek) codes.push_back({CodeKind::Greek});
+  if (s.script != 0) codes.push_back({s.script > 0 ? CodeKind::Super : CodeKind::Sub});
+  return codes;
+}
+
+std::string InternalCharacters(const StyledRun& run) {
+  std::string out;
+  for (std::size_t i = 0; i < run.text.size();) {
+    const std::size_t from = i;
+    const std::uint32_t cp = NextCodePoint(run.text, i);
+    const unsigned char symbol = run.style.greek && cp >= 0x80 ? SymbolCode(cp) : 0;
+    if (symbol >= 0x80) out += Hex(symbol);
+    else if (symbol > 0) out += static_cast<char>(symbol);
+    else if (cp == '\\') out += "\\\\";
+    else if (cp == '\n') out += "\\cr ";
+    else if (cp == '\t') out += "\\tb ";
+    else out.append(run.text, from, i - from);
+  }
+  return out;
+}
+
+}  // namespace
+
+std::string NestedInternalFromRuns(const std::vector<StyledRun>& runs) {
+  std::string out(kStartMark);
+  std::vector<Code> open;
+  const auto closeTo = [&](std::size_t depth) {
+    while (open.size() > depth) {
+      Code off = open.back();
+      off.on = false;
+      out += WriteCode(off);
+      open.pop_back();
+    }
+  };
+  for (const StyledRun& run : runs) {
+    const std::vector<Code> wanted = LookCodes(run.style);
+    // Keep the open looks that the run still has, from the outside in; close the rest.
+    std::size_t keep = 0;
+    while (keep < open.size() && std::find(wanted.begin(), wanted.end(), open[keep]) != wanted.end()) ++keep;
+    closeTo(keep);
+    for (const Code& c : wanted)
+      if (std::find(open.begin(), open.end(), c) == open.end()) out += WriteCode(c), open.push_back(c);
+    out += InternalCharacters(run);
+  }
+  closeTo(0);
+  return out;
+}
+
 std::string GreekFromLatin(std::string_view text) {
   std::string out;
   for (unsigned char c : text) c < 0x80 ? AppendUtf8(out, SymbolCharacter(c)) : void(out += char(c));

@@ -36,6 +36,10 @@ std::vector<StyledRun> RunsFromInternal(std::string_view text);
 // An RTF document of the runs: font 0 the base font, font 1 Symbol for the Greek runs.
 std::string RtfFromRuns(const std::vector<StyledRun>& runs, const BaseFont& base);
 
+// The runs in the internal form with every look opened and closed like brackets, nested, and all
+// closed at the end: the form the bracket notation can show without changing its meaning.
+std::string NestedInternalFromRuns(const std::vector<StyledRun>& runs);
+
 // The letters of a text as the Symbol font shows them (Greek), and back to the letters typed.
 std::string GreekFromLatin(std::string_view text);
 std::string LatinFromGreek(std::string_view text);

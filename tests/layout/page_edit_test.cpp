@@ -110,6 +110,11 @@ TEST(PageEdit, NewObjectsLandOnThePaper) {
   const LayoutLine arrow = NewLine(page, {20.5, 29});
   EXPECT_FLOAT_EQ(arrow.X2, 21.f);
   EXPECT_FLOAT_EQ(arrow.X2 - arrow.X1, 3.f);
+  EXPECT_EQ(arrow.HeadLengthStart, 0) << "no head at the start: the file keeps none";
+  LayoutLine both = arrow;
+  SetArrowKind(both, 15, 1234);
+  EXPECT_EQ(both.HeadLengthStart, 999);
+  EXPECT_EQ(both.HeadLengthEnd, 999);
   const LayoutImage image = NewImage(page, {10, 10}, MakePictureBytes({'<', 's', 'v', 'g', '>'}), 0.5);
   EXPECT_EQ(image.Kind, static_cast<int>(PictureKind::Svg));
   EXPECT_FLOAT_EQ(image.Bottom - image.Top, 2.5f);

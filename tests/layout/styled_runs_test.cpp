@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "coded_samples.h"
+#include "layout/bracket_text.h"
 #include "layout/styled_runs.h"
 
 namespace velk::layout {
@@ -14,6 +15,17 @@ TEST(StyledRuns, EveryControlSurvivesTheRoadThroughRtf) {
     const std::string back = InternalFromRtf(RtfFromRuns(runs, base), base);
     EXPECT_EQ(RunsFromInternal(back), runs) << sample << "\n -> " << back;
   }
+}
+
+TEST(StyledRuns, TheNestedFormSurvivesTheBracketNotation) {
+  for (const std::string& sample : CodedSamples()) {
+    const std::vector<StyledRun> runs = RunsFromInternal(sample);
+    const std::string bracket = BracketFromInternal(NestedInternalFromRuns(runs));
+    EXPECT_EQ(RunsFromInternal(InternalFromBracket(bracket)), runs) << sample << "\n -> " << bracket;
+  }
+  // Looks that overlap without nesting are closed and opened again.
+  const std::vector<StyledRun> overlap{{"a", {.bold = true}}, {"b", {.bold = true, .italic = true}}, {"c", {.italic = true}}};
+  EXPECT_EQ(BracketFromInternal(NestedInternalFromRuns(overlap)), "\\b(a\\i(b))\\i(c)");
 }
 
 TEST(StyledRuns, GreekLettersAndCharacterCodesAreShownAsTheirCharacters) {
