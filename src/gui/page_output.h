@@ -21,6 +21,7 @@ namespace velk::gui {
 struct PageOutput {
   const layout::PageContent& content;
   operations::PrintList peakList;
+  std::string documentName = "velk2d";  // the job's name in the printer's queue (the data file's name)
 };
 
 // "Printer Setting": printer (the system's printers and a PDF file), size, bin, orientation,

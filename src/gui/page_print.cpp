@@ -98,6 +98,7 @@ void SetPaper(QPrinter& printer, const layout::PaperChoice& choice) {
 }
 
 bool DrawSheets(QPrinter& printer, const PageOutput& output, const layout::PrintSetup& setup, const layout::PrintPlan& plan) {
+  printer.setDocName(QString::fromStdString(output.documentName));
   printer.setFullPage(true);
   printer.setCopyCount(setup.copies);
   printer.setDuplex(!plan.duplex                                 ? QPrinter::DuplexNone
