@@ -74,9 +74,7 @@ int RunPage(const PageOptions& o) {
   if (data->companionF2.params.POINT > 0) source.f2TraceName = data->companionF2.texts.fileName;
   if (data->companionF1.params.POINT > 0) source.f1TraceName = data->companionF1.texts.fileName;
   const std::string comment = o.commentGiven ? layout::InternalFromBracket(o.comment) : s.comment;
-  const layout::PictureDecoder pictures = [](const layout::LayoutImage& image, int width, int height) {
-    return platform::qt::DecodePicture(*image.Picture.bytes, width, height);
-  };
+  const layout::PictureDecoder pictures = platform::qt::DecodePicture;
   const layout::PageContent content{input, parameters, source, comment, page->objects, &page->frames, &pictures};
 
   const bool vector = !core::EndsWithNoCase(o.output, ".png");

@@ -332,7 +332,7 @@ bool MainWindow::Save() {
 
 PrintPreview* MainWindow::OpenPrintPreview() {
   if (!data_.spectrum || opening_.Busy() || !data_.tools.Resolve(data_.state)) return nullptr;
-  auto* preview = new PrintPreview(session_, data_, [this] { return Save(); }, this);
+  auto* preview = new PrintPreview(session_, data_, [this] { return Save(); }, prompt_, this);
   preview->setAttribute(Qt::WA_DeleteOnClose);
   preview->show();
   return preview;

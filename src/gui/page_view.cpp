@@ -23,7 +23,7 @@ PageView::PageView(layout::EditedPage& page, RenderFrames frames, BeforeChange b
     : QWidget(parent), page_(page), renderFrames_(std::move(frames)), before_(std::move(before)) {
   setMouseTracking(true);
   setFocusPolicy(Qt::ClickFocus);
-  decoder_ = [this](const layout::LayoutImage& image, int width, int height) { return Picture(image, width, height); };
+  decoder_ = [this](std::span<const std::uint8_t> bytes, int width, int height) { return Picture(bytes, width, height); };
   SetZoom(zoom_);
   ObjectsChanged();
 }
@@ -70,12 +70,12 @@ layout::PagePoint PageView::PagePointOf(QPointF at) const {
   return {(at.x() - kMargin) / perCm, (at.y() - kMargin) / perCm};
 }
 
-std::optional<platform::Image> PageView::Picture(const layout::LayoutImage& image, int width, int height) {
-  const auto key = std::make_tuple(static_cast<const void*>(image.Picture.bytes.get()), width, height);
+std::optional<platform::Image> PageView::Picture(std::span<const std::uint8_t> bytes, int width, int height) {
+  const auto key = std::make_tuple(static_cast<const void*>(bytes.data()), width, height);
   const auto found = pictures_.find(key);
   if (found != pictures_.end()) return found->second;
   if (pictures_.size() > 64) pictures_.clear();
-  return pictures_[key] = platform::qt::DecodePicture(*image.Picture.bytes, width, height);
+  return pictures_[key] = platform::qt::DecodePicture(bytes, width, height);
 }
 
 void PageView::paintEvent(QPaintEvent*) {
@@ -107,7 +107,11 @@ void PageView::paintEvent(QPaintEvent*) {
     const layout::LayoutImage& image = page_.objects.images[slot];
     if (image.free()) continue;
     const layout::DeviceRect r = layout::ImageRect(image, layout::ScaleOf(DotsPerInch()));
-    if (image.Picture.empty() || !Picture(image, r.width, r.height)) painter.drawRect(r.x, r.y, r.width, r.height);
+    const auto kind = static_cast<layout::PictureKind>(image.Kind);
+    const bool metafile = kind == layout::PictureKind::EnhancedMetafile || kind == layout::PictureKind::Metafile ||
+                          kind == layout::PictureKind::PlaceableMetafile;
+    if (image.Picture.empty() || (!metafile && !Picture(*image.Picture.bytes, r.width, r.height)))
+      painter.drawRect(r.x, r.y, r.width, r.height);
   }
   painter.restore();
   PaintSelection(painter);

@@ -67,7 +67,7 @@ class PageView final : public QWidget {
   };
   void PaintSelection(QPainter& painter);
   void ShowStatus(layout::PagePoint at, std::string_view hint);
-  std::optional<platform::Image> Picture(const layout::LayoutImage& image, int width, int height);
+  std::optional<platform::Image> Picture(std::span<const std::uint8_t> bytes, int width, int height);
 
   layout::EditedPage& page_;
   RenderFrames renderFrames_;

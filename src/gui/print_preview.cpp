@@ -14,9 +14,9 @@
 #include <fstream>
 #include <iterator>
 
-#include "core/settings.h"
 #include "display/levels.h"
 #include "gui/coded_text_editor.h"
+#include "gui/page_output.h"
 #include "gui/page_property_dialogs.h"
 #include "layout/page_store.h"
 #include "platform/qt/picture_decode.h"
@@ -62,11 +62,14 @@ void Tell(QWidget* parent, const platform::Outcome& outcome) {
 
 }  // namespace
 
-PrintPreview::PrintPreview(document::Session& session, const ViewData& view, std::function<bool()> save, QWidget* parent)
+PrintPreview::PrintPreview(document::Session& session, const ViewData& view, std::function<bool()> save,
+                           platform::Prompt& prompt, QWidget* parent)
     : QMainWindow(parent),
       session_(session),
       doc_(session.document),
       save_(std::move(save)),
+      prompt_(prompt),
+      setup_(layout::PrintSetupFromSettings(session.settings2D)),
       setting_(view.setting),
       state_(view.state),
       pulseModeClass_(view.pulseModeClass),
@@ -77,9 +80,7 @@ PrintPreview::PrintPreview(document::Session& session, const ViewData& view, std
   setWindowFlag(Qt::Window);
   setWindowModality(Qt::ApplicationModal);  // the data stay as they are while their page is edited
   state_.SliceF1 = state_.SliceF2 = -1;
-  const layout::Paper paper = layout::PaperOfCodes(static_cast<int>(core::Number(session.settings2D, "PAPER SIZE")),
-                                                   static_cast<int>(core::Number(session.settings2D, "PAPER ORIENTATION")));
-  page_ = layout::ReadStoredPage(doc_.spectrum.carried, paper);
+  page_ = layout::ReadStoredPage(doc_.spectrum.carried, layout::PageAreaOf(setup_.page));
 
   view_ = new PageView(
       page_, [this](platform::Surface& s, double dpi) { RenderFrames(s, dpi); },
@@ -111,6 +112,21 @@ void PrintPreview::BuildMenus() {
   file->addAction("&Save...", QKeySequence::Save, this, [this] {
     if (save_) save_();
   });
+  file->addSeparator();
+  file->addAction("Print...", QKeySequence::Print, this, [this] { Print(true); });
+  file->addAction("Present Paper", this, [this] { Print(false); });
+  file->addAction("Printer Setting...", this, [this] { PrinterSetting(); });
+  file->addSeparator();
+  const std::pair<const char*, ScreenFormat> kinds[] = {{"Save Screen as PNG", ScreenFormat::Png},
+                                                        {"Save Screen as BMP", ScreenFormat::Bmp},
+                                                        {"Save Screen as EMF", ScreenFormat::Emf},
+                                                        {"Save Page as PDF", ScreenFormat::Pdf},
+                                                        {"Save Page as SVG", ScreenFormat::Svg}};
+  for (const auto& [text, format] : kinds)
+    file->addAction(text, this, [this, format = format] {
+      WithContent(true, [&](const layout::PageContent& c) { SaveScreen(this, format, c, page_.paper, prompt_); });
+    });
+  file->addSeparator();
   file->addAction("&Close", QKeySequence::Close, this, [this] { close(); });
 
   QMenu* edit = menuBar()->addMenu("&Edit");
@@ -171,6 +187,13 @@ void PrintPreview::BuildMenus() {
 }
 
 void PrintPreview::RenderFrames(platform::Surface& surface, double dotsPerInch) {
+  WithContent(false, [&](const layout::PageContent& content) {
+    platform::NoProgress progress;
+    layout::RenderPage(surface, content, page_.paper, dotsPerInch, progress);
+  });
+}
+
+void PrintPreview::WithContent(bool objects, const std::function<void(const layout::PageContent&)>& use) {
   const model::Spectrum2D& s = doc_.spectrum;
   const display::TraceKind traces = display::HasNegativeSide(setting_, pulseModeClass_)
                                         ? display::TraceKind::ProjectionPosNeg
@@ -182,9 +205,37 @@ void PrintPreview::RenderFrames(platform::Surface& surface, double dotsPerInch) 
   if (doc_.companionF2.params.POINT > 0) source.f2TraceName = doc_.companionF2.texts.fileName;
   if (doc_.companionF1.params.POINT > 0) source.f1TraceName = doc_.companionF1.texts.fileName;
   const layout::LayoutDocument none;
-  const layout::PageContent content{input, parameters_, source, s.comment, none, &page_.frames, nullptr};
-  platform::NoProgress progress;
-  layout::RenderPage(surface, content, page_.paper, dotsPerInch, progress);
+  const layout::PictureDecoder pictures = platform::qt::DecodePicture;
+  use({input, parameters_, source, s.comment, objects ? page_.objects : none, &page_.frames, &pictures});
+}
+
+void PrintPreview::Print(bool askSetting) {
+  const std::string name = doc_.source.path.filename().string();
+  const operations::PrintList peaks = operations::PrintListRows(doc_.spectrum, doc_.source.path.string(), {});
+  const layout::Paper before = page_.paper;
+  WithContent(true, [&](const layout::PageContent& c) {
+    PrintPage(this, {c, peaks, name.empty() ? "velk2d" : name}, setup_, prompt_, askSetting);
+  });
+  PaperChosen(before);
+}
+
+void PrintPreview::PrinterSetting() {
+  const layout::Paper before = page_.paper;
+  if (OpenPrinterSetting(this, setup_)) PaperChosen(before);
+}
+
+// The setup is kept; on a new paper the frames that were the old paper's defaults become the new
+// one's.
+void PrintPreview::PaperChosen(const layout::Paper& before) {
+  layout::StorePrintSetup(setup_, session_.settings2D);
+  const layout::Paper paper = layout::PageAreaOf(setup_.page);
+  if (paper == before) return;
+  const layout::PageFrames oldDefaults = layout::DefaultPageFrames(before), newDefaults = layout::DefaultPageFrames(paper);
+  for (std::size_t k = 0; k < layout::kFrameCount; ++k)
+    if (page_.frames.frame[k] == oldDefaults.frame[k]) page_.frames.frame[k] = newDefaults.frame[k];
+  page_.paper = paper;
+  view_->SetZoom(view_->Zoom());
+  Changed();
 }
 
 std::optional<layout::DrawOrderEntry> PrintPreview::SelectedObject() const {

@@ -12,6 +12,8 @@
 #include "gui/spectrum_view.h"
 #include "layout/page_undo.h"
 #include "layout/paste_object.h"
+#include "layout/print_setup.h"
+#include "platform/prompt.h"
 #include "layout/render_page.h"
 
 class QAction;
@@ -25,7 +27,8 @@ class PrintPreview final : public QMainWindow {
 
  public:
   // `save` is the main window's "Save" (it asks for the file name).
-  PrintPreview(document::Session& session, const ViewData& view, std::function<bool()> save, QWidget* parent);
+  PrintPreview(document::Session& session, const ViewData& view, std::function<bool()> save, platform::Prompt& prompt,
+               QWidget* parent);
 
   const layout::EditedPage& Page() const { return page_; }
   PageView& View() { return *view_; }
@@ -55,10 +58,17 @@ class PrintPreview final : public QMainWindow {
   void Before(const layout::Target& target, int code);
   void Changed();
   void RenderFrames(platform::Surface& surface, double dotsPerInch);
+  // Calls back with the page's content: with its objects, or without them for the frames' picture.
+  void WithContent(bool objects, const std::function<void(const layout::PageContent&)>& use);
+  void Print(bool askSetting);
+  void PrinterSetting();
+  void PaperChosen(const layout::Paper& before);
 
   document::Session& session_;
   document::Document& doc_;
   std::function<bool()> save_;
+  platform::Prompt& prompt_;
+  layout::PrintSetup setup_;
   display::ContourSetting setting_;
   display::DisplayState state_;
   int pulseModeClass_;

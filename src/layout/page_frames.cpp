@@ -33,11 +33,6 @@ std::optional<Paper> PaperOf(std::string_view name, bool landscape) {
   return std::nullopt;
 }
 
-Paper PaperOfCodes(int size, int orientation) {
-  const char* name = size == 8 ? "A3" : size == 11 ? "A5" : size == 12 ? "B4" : size == 13 ? "B5" : "A4";
-  return *PaperOf(name, orientation == 2);
-}
-
 PageFrames DefaultPageFrames(const Paper& paper) {
   const float w = static_cast<float>(paper.widthCm), h = static_cast<float>(paper.heightCm);
   PageFrames f;

@@ -19,9 +19,6 @@ struct Paper {
 };
 // "A4", "A3", "A5", "B4", "B5" (JIS B sizes), turned for landscape; nothing for another name.
 std::optional<Paper> PaperOf(std::string_view name, bool landscape);
-// The paper by the printer interface's numbers, as the settings keep them ("PAPER SIZE" 8 A3,
-// 9 A4, 11 A5, 12 B4, 13 B5; "PAPER ORIENTATION" 1 portrait, 2 landscape); A4 for another size.
-Paper PaperOfCodes(int size, int orientation);
 
 // The spectrum frame keeps bands for its axes below and to the right of the contour.
 inline constexpr double kAxisBandBelowCm = 1.2;

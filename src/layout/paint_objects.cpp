@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "layout/draw_coded_text.h"
+#include "layout/play_picture.h"
 
 namespace velk::layout {
 namespace {
@@ -160,8 +161,10 @@ PaintOrder PaintObjects(platform::Surface& surface, const LayoutDocument& doc, c
       case ObjectKind::Text: DrawText(surface, doc.texts[i], scale); break;
       case ObjectKind::Image: {
         const DeviceRect r = ImageRect(doc.images[i], scale);
-        if (!pictures || doc.images[i].Picture.empty() || r.width < 1 || r.height < 1) break;
-        if (const auto pixels = (*pictures)(doc.images[i], r.width, r.height)) surface.DrawImage(r.x, r.y, *pixels);
+        const PictureBytes& picture = doc.images[i].Picture;
+        if (picture.empty() || r.width < 1 || r.height < 1) break;
+        if (PlayPicture(surface, *picture.bytes, {r.x, r.y, r.width, r.height}) == 0 || !pictures) break;
+        if (const auto pixels = (*pictures)(*picture.bytes, r.width, r.height)) surface.DrawImage(r.x, r.y, *pixels);
         break;
       }
     }

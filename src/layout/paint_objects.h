@@ -1,7 +1,9 @@
 #pragma once
 // Painting the annotation objects of a page onto a surface, back to front.
+#include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 
 #include "layout/layout_document.h"
 #include "platform/surface.h"
@@ -22,9 +24,9 @@ struct PageScale {
 // family only. With erase the colours become white.
 void DrawArrow(platform::Surface& surface, const LayoutLine& line, const PageScale& scale, bool erase = false);
 
-// Turns an image slot's picture into pixels of the given size; nothing when its bytes can't be
+// Turns picture bytes (PNG, JPEG, SVG ...) into pixels of the given size; nothing when they can't be
 // decoded. The decoding belongs to the platform.
-using PictureDecoder = std::function<std::optional<platform::Image>(const LayoutImage&, int width, int height)>;
+using PictureDecoder = std::function<std::optional<platform::Image>(std::span<const std::uint8_t>, int width, int height)>;
 
 // The device rectangle of an image's frame (left, top, width, height), whichever corners were set.
 struct DeviceRect {
@@ -32,8 +34,9 @@ struct DeviceRect {
 };
 DeviceRect ImageRect(const LayoutImage& image, const PageScale& scale);
 
-// Paints every live object in the repaired draw order. An image whose picture can't be decoded,
-// or that holds none, is not drawn. Returns the repaired order (its flag says whether the painter
+// Paints every live object in the repaired draw order. An image's picture is played into its frame
+// when it is a metafile, else decoded by the platform; one that can't be, or that holds none, is
+// not drawn. Returns the repaired order (its flag says whether the painter
 // should warn once).
 PaintOrder PaintObjects(platform::Surface& surface, const LayoutDocument& doc, const PageScale& scale,
                         const PictureDecoder* pictures = nullptr);
