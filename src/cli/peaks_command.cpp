@@ -8,6 +8,7 @@
 #include "cli/cli_io.h"
 #include "cli/cli_prompt.h"
 #include "cli/commands.h"
+#include "cli/peak_threshold.h"
 #include "document/peak_commands.h"
 #include "document/transform.h"
 #include "operations/peak_list_file.h"
@@ -35,22 +36,8 @@ bool ParseArea(const std::string& text, display::DisplayState& view) {
   return true;
 }
 
-float LargestMagnitude(const model::Spectrum2D& s) {
-  float largest = 0;
-  for (std::int32_t r = 0; r < std::min(s.axis[model::F1].Point, s.RR.rows); ++r)
-    for (std::int32_t c = 0; c < std::min(s.axis[model::F2].Point, s.RR.stride); ++c)
-      largest = std::max(largest, std::fabs(s.RR.at(c, r)));
-  return largest;
-}
-
 int RunPeaks(const PeaksOptions& o) {
-  double fraction = 0;
-  if (o.threshold != "auto") {
-    char* end = nullptr;
-    fraction = std::strtod(o.threshold.c_str(), &end);
-    if (o.threshold.empty() || *end != '\0' || !(fraction > 0 && fraction < 1))
-      return Complain("peaks", o.threshold, "the threshold is \"auto\" or a fraction above 0 and below 1", kFailed);
-  }
+  if (!IsPeakThreshold(o.threshold)) return Complain("peaks", o.threshold, kPeakThresholdRule, kFailed);
   CliPrompt prompt;
   int status = kDone;
   const auto data = ReadInput("peaks", o.in, prompt, status);
@@ -73,8 +60,7 @@ int RunPeaks(const PeaksOptions& o) {
 
   // The list of the file, if it has one, is not mixed with the new one.
   s.peaks.peaks.clear();
-  const float threshold =
-      o.threshold == "auto" ? operations::AutoThreshold(s) : static_cast<float>(fraction * LargestMagnitude(s));
+  const float threshold = PeakThreshold(s, o.threshold);
   const operations::PeakMode mode = o.top == "data" ? operations::kPeakOnDataPoint : operations::kVirtualPeakTop;
   if (o.area == "all")
     document::PickAllArea(*data, threshold, mode);
@@ -96,6 +82,22 @@ int RunPeaks(const PeaksOptions& o) {
 }
 
 }  // namespace
+
+bool IsPeakThreshold(const std::string& text) {
+  if (text == "auto") return true;
+  char* end = nullptr;
+  const double fraction = std::strtod(text.c_str(), &end);
+  return !text.empty() && *end == '\0' && fraction > 0 && fraction < 1;
+}
+
+float PeakThreshold(const model::Spectrum2D& s, const std::string& text) {
+  if (text == "auto") return operations::AutoThreshold(s);
+  float largest = 0;
+  for (std::int32_t r = 0; r < std::min(s.axis[model::F1].Point, s.RR.rows); ++r)
+    for (std::int32_t c = 0; c < std::min(s.axis[model::F2].Point, s.RR.stride); ++c)
+      largest = std::max(largest, std::fabs(s.RR.at(c, r)));
+  return static_cast<float>(std::strtod(text.c_str(), nullptr) * largest);
+}
 
 void AddPeaksCommand(CLI::App& app, int& status) {
   auto* command = app.add_subcommand(

@@ -9,6 +9,9 @@
 #include "cli/cli_io.h"
 #include "cli/picture_input.h"
 #include "cli/commands.h"
+#include "cli/peak_threshold.h"
+#include "document/peak_commands.h"
+#include "operations/contour_marks.h"
 #include "display/display_grid.h"
 #include "display/page_picture.h"
 #include "model/data_type.h"
@@ -29,6 +32,7 @@ struct PlotOptions {
   double upper = 1.0;
   std::vector<double> f2, f1;
   std::string traces = "projection";
+  std::string peaks;  // empty: no marks
 };
 
 bool ParseSize(const std::string& text, platform::Extent& size) {
@@ -51,10 +55,18 @@ int RunPlot(const PlotOptions& o) {
     if (window->size() == 2 && (*window)[0] == (*window)[1])
       return Fail(name, "the two ends of the window must differ", kFailed);
 
+  if (!o.peaks.empty() && o.peaks != "stored" && !IsPeakThreshold(o.peaks))
+    return Fail(o.peaks, std::string("--peaks is \"stored\", or ") + kPeakThresholdRule, kFailed);
+
   int status = kDone;
   const auto data = ReadPictureInput("plot", o.input, o.output, status);
   if (!data) return status;
   model::Spectrum2D& s = data->spectrum;
+  // The marks of the file's own list, or of a list picked anew over the whole spectrum.
+  if (!o.peaks.empty() && o.peaks != "stored") {
+    s.peaks.peaks.clear();
+    document::PickAllArea(*data, PeakThreshold(s, o.peaks), operations::kVirtualPeakTop);
+  }
 
   display::ContourSetting setting;
   setting.Steps = o.steps;
@@ -76,8 +88,14 @@ int RunPlot(const PlotOptions& o) {
                                      AxisCaption("F2", s.extras[model::F2].nucleus),
                                      AxisCaption("F1", s.extras[model::F1].nucleus)};
   platform::NoProgress progress;
-  const platform::Outcome written = platform::qt::WritePicture(
-      o.output, size, [&](platform::Surface& surface) { return display::DrawMainView(surface, size, input, progress); });
+  const platform::Outcome written = platform::qt::WritePicture(o.output, size, [&](platform::Surface& surface) {
+    if (!display::DrawMainView(surface, size, input, progress)) return false;
+    const display::Rect contour = display::LayOutMainView(size, traces != display::TraceKind::None).contour;
+    const operations::MarkStyle marks;
+    operations::DrawSlope2Line(surface, *view, s, contour, marks);
+    if (!o.peaks.empty()) operations::DrawPeakMarks(surface, *view, s, contour, marks);
+    return true;
+  });
   if (written.code == 1) return Fail(o.input, "the window holds less than one point on an axis", 1);
   if (!written.ok()) return Fail(o.output, written.message.text, 2);
   if (!written.message.text.empty()) Complain("plot", o.output, written.message.text, kDone);
@@ -109,6 +127,9 @@ void AddPlotCommand(CLI::App& app, int& status) {
   command->add_option("--traces", o->traces, "the side panels: projection, pos-neg (both signs) or none")
       ->check(CLI::IsMember({"projection", "pos-neg", "none"}))
       ->capture_default_str();
+  command->add_option("--peaks", o->peaks,
+                      "mark peak tops: \"stored\" (the file's list), \"auto\" or a fraction of the largest value "
+                      "(picked anew over the whole spectrum, as `peaks` does)");
   command->callback([o, &status] { status = RunPlot(*o); });
 }
 

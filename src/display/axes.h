@@ -31,6 +31,7 @@ struct GridSetting {
   double stepF1 = 1.0;  // "F1 GRID INC"
   platform::Color color = 65535;  // "GRID COL": yellow
   int penWidth = 1;
+  bool shown = false;  // "DRAW GRID": whether the main view lays it over the contour
 };
 void DrawGridLines(platform::Surface& surface, const Rect& contour, const DisplayState& view, const GridSetting& grid);
 

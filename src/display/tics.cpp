@@ -29,6 +29,11 @@ std::vector<Tic> TicsFrom(double a, double first, double b, double step, int div
   const auto inside = [&](double v) {
     return step > 0 ? v >= a - slack && v <= b + slack : v <= a + slack && v >= b - slack;
   };
+  // The truncation of the first tic skips a whole step when a / step is negative (a range
+  // running against the sign of its values, or a step grown after the first): a major tic
+  // that lies inside the range before the first one is taken back. A tic on the start
+  // itself stays away, as the first-tic rule wants.
+  while (inside(first - step) && std::fabs(first - step - a) > slack) first -= step;
   // Minor tics before the first major one, then each major step with its divisions.
   const double minor = divisions > 1 ? step / divisions : 0;
   for (int k = 1; minor != 0 && k < divisions; ++k) {

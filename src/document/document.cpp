@@ -2,6 +2,13 @@
 
 namespace velk::document {
 
+void Replace(Document& present, Document&& fresh) {
+  ClearUndo(present.undo);
+  fresh.contour = present.contour;
+  fresh.grid = present.grid;
+  present = std::move(fresh);
+}
+
 formats::DataSetRef RefOf(const Document& d) {
   formats::DataSetRef ref;
   ref.words = d.words;

@@ -5,6 +5,7 @@
 // standing away from its clean mark.
 #include <filesystem>
 
+#include "display/axes.h"
 #include "display/contour.h"
 #include "display/display_state.h"
 #include "document/undo_stack.h"
@@ -27,13 +28,19 @@ struct Document {
   model::Spectrum1D oneD;  // a 1D data set (the command line converts them; the window hands them on)
   model::DataWords words;
   Source source;
+  // How the window shows it; the window reads and writes these, it keeps no copy of its own.
   display::DisplayState view;
   display::ContourSetting contour;
+  display::GridSetting grid;
   UndoStack undo;
 };
 
 inline int DimensionOf(const Document& d) { return model::Dimension(d.words.dataTypeCode); }
 inline bool Modified(const Document& d) { return !AtCleanMark(d.undo); }
+// A data set read in place of the present one: the new data with a fresh view and undo stack,
+// and the present contour setting and grid, which belong to the person's way of looking rather
+// than to a file. The undo files of the present data set are removed.
+void Replace(Document& present, Document&& fresh);
 // The records as the writers take them.
 formats::DataSetRef RefOf(const Document& d);
 

@@ -56,13 +56,13 @@ bool ReadInto(Session& session, SessionServices& services, const model::Detectio
   ReadOptions options;
   options.formats = services.formats;
   options.log = SessionLogger(session, services.prompt);
+  options.progress = services.progress;
   ReadResult read = ReadDetected(d.file.path, d, services.prompt, options);
   if (!read.outcome.ok()) {
     if (!read.outcome.message.empty()) services.prompt.Ask(read.outcome.message);
     return false;
   }
-  ClearUndo(session.document.undo);
-  session.document = std::move(*read.document);
+  Replace(session.document, std::move(*read.document));
   return true;
 }
 
@@ -84,7 +84,10 @@ OpenResult FidPath(Session& session, SessionServices& services, const model::Det
   }
   session.processingMethod = ProcessingMethod(session, d, services.prompt);
   if (!ReadInto(session, services, d)) {
-    LeaveFtWindow(session, services, false);
+    // The data shown were not touched: the snapshot is not needed.
+    std::error_code ignored;
+    if (!session.tempSnapshotName.empty()) fs::remove(session.tempSnapshotName, ignored);
+    session.tempSnapshotName.clear();
     return OpenResult::Failed;
   }
   session.state = SessionState::FtWindow;
@@ -126,6 +129,45 @@ OpenResult Open(Session& session, SessionServices& services, std::optional<std::
     }
     return path == 0x2000 ? FidPath(session, services, d) : SpectrumPath(session, services, d);
   }
+}
+
+bool ReadTraceSpectrum(Session& session, SessionServices& services, model::Axis axis, std::optional<std::string> name) {
+  if (!name) name = services.prompt.ChooseFile("Read 1D Spectrum", {{"Ver.3/4 Type(*.vl1;*.vlk)", "*.vl1;*.vlk*"}}, false);
+  if (!name) return false;
+  const model::Detection d = model::TypeDetector(*name, services.formats, {}, &services.prompt);
+  if (d.code >= 0 && CheckFileInUse(session.run, d.file.path.string()) != 0) {
+    services.prompt.Ask(messages::FileInUse());
+    return false;
+  }
+  ReadOptions options;
+  options.formats = services.formats;
+  options.log = SessionLogger(session, services.prompt);
+  options.progress = services.progress;
+  ReadResult read = model::Dimension(d.code) == 1 ? ReadDetected(d.file.path, d, services.prompt, options) : ReadResult{};
+  if (!read.document) {
+    if (!read.quit) services.prompt.Ask(messages::Bad1DFile());
+    return false;
+  }
+  (axis == model::F2 ? session.document.companionF2 : session.document.companionF1) = std::move(read.document->oneD);
+  LoseCleanMark(session.document.undo);  // the saved file holds the trace before
+  return true;
+}
+
+OpenResult ReadFidSpectrum(Session& session, SessionServices& services, std::optional<std::string> name) {
+  if (!SaveChangesFirst(session, services)) return OpenResult::Cancelled;
+  const std::vector<model::UserExtension> own = ParseUserExtensions(List(session.settings2D, "USER EXTENSION DEF"));
+  if (!name) name = services.prompt.ChooseFile("Read 2D Spectrum", ReadFilters(own), false);
+  if (!name) return OpenResult::Cancelled;
+  const model::Detection d = model::TypeDetector(*name, services.formats, own, &services.prompt);
+  if (d.code < 0 || (d.code & ~0xFF) != 0x2000 || !ReaderFor(services.formats, d)) {
+    services.prompt.Ask(messages::NonTwoDimensionalData());
+    return OpenResult::Failed;
+  }
+  if (CheckFileInUse(session.run, d.file.path.string()) != 0) {
+    services.prompt.Ask(messages::FileInUse());
+    return OpenResult::Failed;
+  }
+  return FidPath(session, services, d);
 }
 
 void LeaveFtWindow(Session& session, SessionServices& services, bool transformed) {

@@ -26,7 +26,6 @@ bool EditList(Document& d, std::int16_t kind, Edit edit) {
   record.Kind = kind;
   record.Peaks = std::move(before);
   PushUndo(d.undo, std::move(record));
-  d.view.ContourDirty = true;
   return true;
 }
 
@@ -34,13 +33,11 @@ bool EditList(Document& d, std::int16_t kind, Edit edit) {
 
 int PickAllArea(Document& d, float threshold, operations::PeakMode mode) {
   SaveList(d, kUndoPickAllArea);
-  d.view.ContourDirty = true;
   return operations::PickArea(d.spectrum, operations::AllArea(d.spectrum), threshold, mode);
 }
 
 int PickDisplayedArea(Document& d, float threshold, operations::PeakMode mode) {
   SaveList(d, kUndoPickDisplayedArea);
-  d.view.ContourDirty = true;
   return operations::PickArea(d.spectrum, operations::DisplayedArea(d.spectrum, d.view), threshold, mode);
 }
 
@@ -52,6 +49,26 @@ bool DeletePeakByClick(Document& d, double col, double row) {
   const double stepF2 = d.spectrum.axis[F2].Resolution, stepF1 = d.spectrum.axis[F1].Resolution;
   return EditList(d, kUndoDeletePeak,
                   [&] { return operations::DeleteNearestPeak(d.spectrum.peaks, col, row, stepF2, stepF1); });
+}
+
+int PickInArea(Document& d, const operations::PointArea& area, float threshold, operations::PeakMode mode) {
+  int added = 0;
+  EditList(d, kUndoAddPeak, [&] { return (added = operations::PickArea(d.spectrum, area, threshold, mode)) > 0; });
+  return added;
+}
+
+int DeleteInArea(Document& d, const operations::PointArea& area) {
+  int removed = 0;
+  EditList(d, kUndoDeletePeak, [&] { return (removed = operations::DeletePeaksInArea(d.spectrum.peaks, area)) > 0; });
+  return removed;
+}
+
+bool DeletePeakAt(Document& d, int index) {
+  return EditList(d, kUndoDeletePeak, [&] {
+    if (index < 0 || index >= static_cast<int>(d.spectrum.peaks.peaks.size())) return false;
+    d.spectrum.peaks.peaks.erase(d.spectrum.peaks.peaks.begin() + index);
+    return true;
+  });
 }
 
 bool MovePeakByDrag(Document& d, int index, std::int32_t col, std::int32_t row, operations::PeakMode mode) {
@@ -75,7 +92,6 @@ bool UndoPeakEdit(Document& d) {
   if (!top || !IsPeakUndoKind(top->Kind)) return false;
   d.spectrum.peaks = top->Peaks;
   PopUndo(d.undo);
-  d.view.ContourDirty = true;
   return true;
 }
 

@@ -29,6 +29,21 @@ ReadResult ReadDataSet(const fs::path& path, platform::Prompt& prompt, const Rea
   return ReadDetected(path, model::TypeDetector(path, options.formats, options.userExtensions, &prompt), prompt, options);
 }
 
+namespace {
+
+// The caller's progress, noting whether it said quit: a read that was quit needs no message.
+struct Watched final : platform::Progress {
+  platform::Progress& inner;
+  bool quit = false;
+  explicit Watched(platform::Progress& p) : inner(p) {}
+  bool Step(std::int64_t done, std::int64_t total) override {
+    quit = quit || !inner.Step(done, total);
+    return !quit;
+  }
+};
+
+}  // namespace
+
 ReadResult ReadDetected(const fs::path& path, const model::Detection& detection, platform::Prompt& prompt,
                         const ReadOptions& options) {
   ReadResult result;
@@ -49,15 +64,16 @@ ReadResult ReadDetected(const fs::path& path, const model::Detection& detection,
   auto document = std::make_unique<Document>();
   document->words = {d.code, d.pulseModeClass, 0};
   platform::NoProgress noProgress;
-  model::ReadContext context{prompt,   options.progress ? *options.progress : noProgress,
-                             document->words, options.log, &document->companionF2, &document->companionF1,
-                             options.fidBaseline};
+  Watched progress(options.progress ? *options.progress : noProgress);
+  model::ReadContext context{prompt,   progress, document->words, options.log, &document->companionF2,
+                             &document->companionF1, options.fidBaseline};
   if (!context.log) context.log = [](std::string_view, const std::string&) {};
   result.outcome = dimension == 2 ? entry->read2D(d.file, document->spectrum, context)
                                   : entry->read1D(d.file, document->oneD, context);
   if (!result.outcome.ok()) {
     result.outcome.code = result.outcome.code == 1 ? 1 : -1;
-    if (result.outcome.message.text.empty() && result.outcome.message.title.empty())
+    result.quit = progress.quit;
+    if (result.outcome.message.text.empty() && result.outcome.message.title.empty() && !result.quit)
       result.outcome.message.text = "the file could not be read";
     return result;
   }

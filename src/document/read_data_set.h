@@ -25,6 +25,7 @@ struct ReadResult {
   // 0 read; 1 the file was refused (not a data set we read, damaged data); -1 it cannot be read.
   platform::Outcome outcome;
   model::Detection detection;  // also when the read failed
+  bool quit = false;           // the progress said quit: the outcome carries no message
   std::unique_ptr<Document> document;
 };
 

@@ -57,6 +57,8 @@ struct SessionServices {
   std::function<bool(Session&)> save;  // the Save command with its own name choice
   std::function<bool(const Session&, const std::filesystem::path&)> writeSnapshot;  // Ver.4, mode 0
   std::function<bool(Session&, const std::filesystem::path&)> readSnapshot;
+  // The read under way reports here, and ends when it says quit; none: a read runs to its end.
+  platform::Progress* progress = nullptr;
 };
 
 inline constexpr std::size_t kRecentFiles = 10;
@@ -77,6 +79,13 @@ StartResult StartUp(Session& session, std::string_view rawCommandLine, SessionSe
 enum class OpenResult { Cancelled, FidLoaded, SpectrumLoaded, Failed };
 // "Read Data": with a name (command line, recent files) or through the file dialog.
 OpenResult Open(Session& session, SessionServices& services, std::optional<std::string> name = std::nullopt);
+// "Read 1D Spectrum": a 1D file (through the dialog unless named) as the F2 or F1 trace that
+// goes with the 2D set. False when nothing was read; the trace kept is then the one before.
+bool ReadTraceSpectrum(Session& session, SessionServices& services, model::Axis axis,
+                       std::optional<std::string> name = std::nullopt);
+// "Read 2D Spectrum": a 2D FID for the FT window, as on the FID path of Open; any other kind of
+// file is refused with "Non 2D Data !".
+OpenResult ReadFidSpectrum(Session& session, SessionServices& services, std::optional<std::string> name = std::nullopt);
 // Leaving the FT window: after the transform the spectrum window takes over; otherwise the data
 // shown before come back from the snapshot.
 void LeaveFtWindow(Session& session, SessionServices& services, bool transformed);

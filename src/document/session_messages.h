@@ -24,6 +24,10 @@ inline Message SelectProcessingMethod() {
 inline Message ExitChanged() {
   return {"Exit 2D NMR", "Data has been Changed.", Buttons::SaveDontSaveCancel, Icon::Question, false};
 }
+inline Message Bad1DFile() {
+  return {"Data Error", "Data is too Large, or Parameter Error", Buttons::Ok, Icon::Critical, true};
+}
+inline Message NonTwoDimensionalData() { return {"Data Error", "Non 2D Data !", Buttons::Ok, Icon::Critical, true}; }
 inline Message DataSizeTooLarge() {
   return {"Data Size Error", "Data Size is too large!", Buttons::Ok, Icon::Critical, true};
 }

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "display/axes.h"
 #include "model/peak_table.h"
 
 namespace velk::document {
@@ -20,6 +21,7 @@ struct UndoRecord {
   std::vector<std::string> Parameters;  // up to 25 parameter texts, for "Change Parameter"
   model::PeakTable2D Peaks;             // for the peak kinds
   std::array<double, 4> References{};   // reference values, for the reference kinds
+  display::GridSetting Grid;            // the grid before "Set up Grid"
   std::int16_t PreviewPending = 0;      // the main window's state at the push, restored
 };
 

@@ -55,6 +55,12 @@ platform::Outcome WriteDataSet(const Document& document, const fs::path& path, c
   return format.write(path, RefOf(document), choices, written);
 }
 
+native::SaveSituation SaveSituationOf(const Document& document) {
+  const model::Spectrum2D& s = document.spectrum;
+  return {document.words.pulseModeClass, document.words.realOnly != 0, document.contour.PowerSpectrum != 0,
+          s.Modified, s.axis[model::F2].Point, s.axis[model::F1].Point};
+}
+
 platform::Outcome SaveDocument(Document& document, const fs::path& path, const formats::WriteChoices& choices) {
   const formats::FileFormat& ver4 = *formats::FindFormat("Ver.4");
   if (std::string why = RefuseExtension(path, ver4); !why.empty()) return {1, {"", why}};

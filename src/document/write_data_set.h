@@ -7,6 +7,7 @@
 
 #include "document/document.h"
 #include "formats/registry.h"
+#include "native/save_modes.h"
 #include "platform/prompt.h"
 
 namespace velk::document {
@@ -23,6 +24,9 @@ std::string RefuseExtension(const std::filesystem::path& output, const formats::
 platform::Outcome WriteDataSet(const Document& document, const std::filesystem::path& path,
                                const formats::FileFormat& format, const formats::WriteChoices& choices,
                                std::string& written);
+
+// What the question of a Ver.4 save ("ALL", "REAL" or the power spectrum) goes by.
+native::SaveSituation SaveSituationOf(const Document& document);
 
 // Save: the whole data set to the program's own file; on success the document is at its clean
 // mark and comes from that file.

@@ -10,11 +10,11 @@
 
 namespace velk::gui {
 
-GridDialog::GridDialog(bool shown, const display::GridSetting& grid, QWidget* parent) : QDialog(parent), grid_(grid) {
+GridDialog::GridDialog(const display::GridSetting& grid, QWidget* parent) : QDialog(parent), grid_(grid) {
   setWindowTitle("Set up Grid");
   auto* layout = new QVBoxLayout(this);
   shown_ = new QCheckBox("Draw Grid", this);
-  shown_->setChecked(shown);
+  shown_->setChecked(grid.shown);
   shown_->setObjectName("drawGrid");
   layout->addWidget(shown_);
 
@@ -47,10 +47,9 @@ GridDialog::GridDialog(bool shown, const display::GridSetting& grid, QWidget* pa
   layout->addWidget(buttons);
 }
 
-bool GridDialog::Shown() const { return shown_->isChecked(); }
-
 display::GridSetting GridDialog::Grid() const {
   display::GridSetting g = grid_;
+  g.shown = shown_->isChecked();
   g.automatic = !manual_->isChecked();
   g.stepF2 = stepF2_->value();
   g.stepF1 = stepF1_->value();

@@ -15,8 +15,7 @@ class GridDialog final : public QDialog {
   Q_OBJECT
 
  public:
-  GridDialog(bool shown, const display::GridSetting& grid, QWidget* parent);
-  bool Shown() const;
+  GridDialog(const display::GridSetting& grid, QWidget* parent);
   display::GridSetting Grid() const;
 
  private:

@@ -29,9 +29,12 @@
 #include "gui/display_area_dialog.h"
 #include "gui/environment_dialog.h"
 #include "gui/grid_dialog.h"
+#include "gui/peak_picking.h"
 #include "gui/print_preview.h"
 #include "model/data_type.h"
+#include "document/grid_command.h"
 #include "document/transform.h"
+#include "document/undo_command.h"
 #include "document/read_data_set.h"
 #include "document/write_data_set.h"
 #include "native/ver4_file.h"
@@ -47,10 +50,6 @@ class ProcessLauncher final : public platform::Launcher {
     return QProcess::startDetached(QString::fromStdString(program.string()), list);
   }
 };
-
-std::string AxisCaption(const char* axis, const std::string& nucleus) {
-  return std::string(axis) + (nucleus.empty() ? "" : " " + nucleus) + " (ppm)";
-}
 
 }  // namespace
 
@@ -69,7 +68,7 @@ MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLin
       [this](document::Session& s, const std::filesystem::path& file) {
         document::ReadResult kept = document::ReadDataSet(file, prompt_);
         if (!kept.outcome.ok()) return false;
-        s.document = std::move(*kept.document);
+        document::Replace(s.document, std::move(*kept.document));
         snapshotBack_ = true;
         return true;
       }});
@@ -81,7 +80,7 @@ MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLin
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
   layout->addWidget(BuildLevelControls());
-  view_ = new SpectrumView(data_, central);
+  view_ = new SpectrumView(session_.document, tools_, central);
   view_->setFocusPolicy(Qt::StrongFocus);
   view_->setFocus();
   layout->addWidget(view_, 1);
@@ -97,6 +96,7 @@ MainWindow::MainWindow(const core::Folders& folders, std::string_view commandLin
   });
   connect(view_, &SpectrumView::traced, this, [this] {
     if (!opening_.Busy()) SetBusy(false, {});
+    RefreshUndo();  // every change of the data ends in a new trace
   });
 
   if (document::StartUp(session_, commandLine, *services_) == document::StartResult::End) {
@@ -117,28 +117,34 @@ MainWindow::~MainWindow() = default;
 // The contour setting that a freshly opened spectrum starts with, from the 2D settings.
 void MainWindow::ApplySettings() {
   const core::Settings& s = session_.settings2D;
+  display::ContourSetting& contour = session_.document.contour;
+  display::GridSetting& grid = session_.document.grid;
   const auto number = [&](const char* key, int fallback) {
     const double v = core::Number(s, key);
     return v > 0 ? static_cast<int>(v) : fallback;
   };
-  data_.setting.Steps = display::NormalizeSteps(number("INITIAL TH DIVIDE", 16));
-  data_.setting.Interval = static_cast<int>(core::Number(s, "CONTOUR MODE"));
-  data_.setting.DisplayDimension = std::clamp(number("DISP DIMENSION_X", 256), 256, 8192);
-  data_.setting.Interpolation = static_cast<int>(core::Number(s, "INTERPOLATION FUNC."));
-  data_.setting.DisplayMode = display::kLines;
-  data_.showGrid = core::Number(s, "DRAW GRID") != 0;
-  data_.grid.automatic = core::Number(s, "GRID SETTING MODE") == 0;
-  data_.grid.stepF2 = core::Number(s, "F2 GRID INC") > 0 ? core::Number(s, "F2 GRID INC") : 1.0;
-  data_.grid.stepF1 = core::Number(s, "F1 GRID INC") > 0 ? core::Number(s, "F1 GRID INC") : 1.0;
-  data_.grid.color = static_cast<platform::Color>(core::Number(s, "GRID COL"));
+  contour.Steps = display::NormalizeSteps(number("INITIAL TH DIVIDE", 16));
+  contour.Interval = static_cast<int>(core::Number(s, "CONTOUR MODE"));
+  contour.DisplayDimension = std::clamp(number("DISP DIMENSION_X", 256), 256, 8192);
+  contour.Interpolation = static_cast<int>(core::Number(s, "INTERPOLATION FUNC."));
+  contour.DisplayMode = display::kLines;
+  grid.shown = core::Number(s, "DRAW GRID") != 0;
+  grid.automatic = core::Number(s, "GRID SETTING MODE") == 0;
+  grid.stepF2 = core::Number(s, "F2 GRID INC") > 0 ? core::Number(s, "F2 GRID INC") : 1.0;
+  grid.stepF1 = core::Number(s, "F1 GRID INC") > 0 ? core::Number(s, "F1 GRID INC") : 1.0;
+  grid.color = static_cast<platform::Color>(core::Number(s, "GRID COL"));
 }
 
 void MainWindow::BuildMenus() {
   QMenu* file = menuBar()->addMenu("&File");
   file->addAction("&Open...", QKeySequence::Open, this, [this] { OpenFile(); });
   recentMenu_ = file->addMenu("Recent Files");
+  file->addAction("Read 2D Spectrum...", this, [this] { ReadFid(); });
+  QMenu* trace = file->addMenu("Read 1D Spectrum");
+  trace->addAction("F2 Trace...", this, [this] { ReadTrace(model::F2); });
+  trace->addAction("F1 Trace...", this, [this] { ReadTrace(model::F1); });
   file->addAction("&Save...", QKeySequence::Save, this, [this] {
-    if (data_.spectrum && !opening_.Busy() && data_.tools.Resolve(data_.state)) Save();
+    if (view_->Shown() && !opening_.Busy() && tools_.Resolve(session_.document.view)) Save();
   });
   file->addSeparator();
   file->addAction("Print / Edit", QKeySequence::Print, this, [this] { OpenPrintPreview(); });
@@ -146,6 +152,11 @@ void MainWindow::BuildMenus() {
   file->addAction("Set Environment...", this, [this] { SetEnvironment(); });
   file->addSeparator();
   file->addAction("E&xit", QKeySequence::Quit, this, [this] { close(); });
+
+  QMenu* edit = menuBar()->addMenu("&Edit");
+  undoAction_ = edit->addAction("UnDo", QKeySequence::Undo, this, [this] { Undo(); });
+  connect(edit, &QMenu::aboutToShow, this, &MainWindow::RefreshUndo);
+  RefreshUndo();
 
   QMenu* view = menuBar()->addMenu("&View");
   view->addAction("Level Up", QKeySequence(Qt::Key_PageUp), this, [this] { LevelUp(); });
@@ -167,6 +178,9 @@ void MainWindow::BuildMenus() {
     a->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + mode)));
     subModes_->addAction(a);
   }
+
+  peaks_ = new PeakPicking(*this, session_, tools_, *view_, prompt_, [this] { return Opening(); });
+  connect(peaks_, &PeakPicking::listChanged, this, &MainWindow::RefreshUndo);
 
   QMenu* help = menuBar()->addMenu("&Help");
   help->addAction("About", this, [this] {
@@ -237,23 +251,48 @@ void MainWindow::SetBusy(bool busy, const QString& what) {
 }
 
 void MainWindow::OpenFile(std::optional<std::string> name) {
+  // A name left by StartUp is already read into the FT window's place.
+  Read([this, name] {
+    return session_.state == document::SessionState::FtWindow && name == session_.commandLine
+               ? document::OpenResult::FidLoaded
+               : document::Open(session_, *services_, name);
+  });
+}
+
+void MainWindow::ReadFid(std::optional<std::string> name) {
+  Read([this, name] { return document::ReadFidSpectrum(session_, *services_, name); });
+}
+
+void MainWindow::ReadTrace(model::Axis axis, std::optional<std::string> name) {
+  if (!view_->Shown()) return;
+  // The 2D data stay: the window draws them again as they are.
+  Read([this, axis, name] {
+    document::ReadTraceSpectrum(session_, *services_, axis, name);
+    return document::OpenResult::Failed;
+  });
+}
+
+void MainWindow::Read(std::function<document::OpenResult()> read) {
   // A busy window ends the command at once, and so does a tool that the user keeps.
-  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  if (opening_.Busy() || !tools_.Resolve(session_.document.view)) return;
   view_->SetBusy(true);
   SetBusy(true, "Reading");
   auto result = std::make_shared<document::OpenResult>(document::OpenResult::Cancelled);
   snapshotBack_ = false;
   opening_.Start(
-      [this, name, result](platform::Progress&) {
-        // A name left by StartUp is already read into the FT window's place.
-        *result = session_.state == document::SessionState::FtWindow && name == session_.commandLine
-                      ? document::OpenResult::FidLoaded
-                      : document::Open(session_, *services_, name);
+      [this, read, result](platform::Progress& progress) {
+        // "Quit" ends the read itself; the data shown stay as they were.
+        services_->progress = &progress;
+        *result = read();
+        services_->progress = nullptr;
       },
       [this, result] {
         view_->SetBusy(false);
         SetBusy(false, {});
-        if (*result == document::OpenResult::FidLoaded) OpenFtWindow();
+        if (*result == document::OpenResult::FidLoaded) {
+          view_->SetShown(false);  // the document holds the FID until the transform
+          OpenFtWindow();
+        }
         else AfterOpening(*result);
       });
 }
@@ -272,7 +311,6 @@ void MainWindow::OpenFtWindow() {
       result = document::OpenResult::SpectrumLoaded;
     } else if (!transformed) {
       document::DiscardData(session_);
-      data_.spectrum = nullptr;
       setWindowTitle("NMR 2D");
     }
     AfterOpening(result);
@@ -285,33 +323,32 @@ void MainWindow::AfterOpening(document::OpenResult result) {
   if (result == document::OpenResult::SpectrumLoaded) ShowData();
   else view_->DataChanged();  // the picture of the data kept
   UpdateRecentMenu();
+  RefreshUndo();
   emit opened();
 }
 
 void MainWindow::ShowData() {
-  model::Spectrum2D& s = session_.document.spectrum;
-  data_.spectrum = &s;
-  data_.pulseModeClass = session_.document.words.pulseModeClass;
-  const float largest = display::LargestShownMagnitude(s, data_.pulseModeClass, data_.setting);
+  document::Document& d = session_.document;
+  model::Spectrum2D& s = d.spectrum;
+  const float largest = display::LargestShownMagnitude(s, d.words.pulseModeClass, d.contour);
   fullScale_ = largest > 0 ? largest : 1.0f;
   // Our own files keep their limits; a vendor's spectrum starts at 100 % and 10 % of its largest value.
-  if (model::FormatOf(session_.document.words.dataTypeCode) != model::kVer4 || !(s.LowerLimit > 0 && s.LowerLimit < s.UpperLimit)) {
+  if (model::FormatOf(d.words.dataTypeCode) != model::kVer4 || !(s.LowerLimit > 0 && s.LowerLimit < s.UpperLimit)) {
     s.UpperLimit = fullScale_;
     s.LowerLimit = 0.1f * fullScale_;
   }
-  data_.state = {};
-  display::ShowFullSpectrum(data_.state, s);
-  data_.tools.Switch(data_.state, display::kNoTool);
-  data_.state.ToolCode = static_cast<std::int16_t>(subModes_->checkedAction() ? subModes_->actions().indexOf(subModes_->checkedAction()) : 0);
-  data_.captionF2 = AxisCaption("F2", s.extras[model::F2].nucleus);
-  data_.captionF1 = AxisCaption("F1", s.extras[model::F1].nucleus);
+  d.view = {};
+  display::ShowFullSpectrum(d.view, s);
+  tools_.Switch(d.view, display::kNoTool);
+  d.view.ToolCode = static_cast<std::int16_t>(subModes_->checkedAction() ? subModes_->actions().indexOf(subModes_->checkedAction()) : 0);
+  view_->SetShown(true);
   setWindowTitle(QString::fromStdString(session_.windowTitle));
   ShowLimits();
   SetBusy(true, "Drawing");
   view_->DataChanged();
 }
 
-// The spectrum as a Ver.4 file with all its planes and the companion traces. Called on the
+// The spectrum as a Ver.4 file with the companion traces. Called on the
 // interface thread by the menu and the close question, on the worker by "Read Data".
 bool MainWindow::Save() {
   const std::vector<platform::FileFilter> filters{{"Ver.4 Format(*.vlk2)", "*.vlk2"}, {"Ver.4 Format(*.vlk)", "*.vlk"}};
@@ -319,7 +356,11 @@ bool MainWindow::Save() {
   if (!chosen) return false;
   std::filesystem::path file = *chosen;
   if (file.extension().empty()) file += ".vlk2";
+  // All planes, the real plane only, or the power spectrum: the person chooses where the data allow.
+  const std::optional<native::SaveMode> mode = native::ChooseSaveMode(prompt_, document::SaveSituationOf(session_.document));
+  if (!mode) return false;
   formats::WriteChoices choices;
+  choices.saveMode = *mode;
   choices.keepBackup = core::Number(session_.settings2D, "MAKE FILE BACKUP") != 0;
   choices.log = document::SessionLogger(session_, prompt_);
   const platform::Outcome written = document::SaveDocument(session_.document, file, choices);
@@ -331,21 +372,22 @@ bool MainWindow::Save() {
 }
 
 PrintPreview* MainWindow::OpenPrintPreview() {
-  if (!data_.spectrum || opening_.Busy() || !data_.tools.Resolve(data_.state)) return nullptr;
-  auto* preview = new PrintPreview(session_, data_, [this] { return Save(); }, prompt_, this);
+  if (!view_->Shown() || opening_.Busy() || !tools_.Resolve(session_.document.view)) return nullptr;
+  auto* preview = new PrintPreview(session_, *view_, [this] { return Save(); }, prompt_, this);
   preview->setAttribute(Qt::WA_DeleteOnClose);
   preview->show();
   return preview;
 }
 
 void MainWindow::DiscardData() {
-  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  if (opening_.Busy() || !tools_.Resolve(session_.document.view)) return;
   document::DiscardData(session_);
-  data_.spectrum = nullptr;
+  view_->SetShown(false);
   setWindowTitle("NMR 2D");
   upperEdit_->clear();
   lowerEdit_->clear();
   view_->DataChanged();
+  RefreshUndo();
 }
 
 QString MainWindow::UpperText() const { return upperEdit_->text(); }
@@ -362,7 +404,7 @@ void MainWindow::ShowLimits() {
 // The limits are kept as values of the data and shown as percent of the largest value; the
 // rules of the arrows and the entries work on the fractions.
 void MainWindow::StepLimit(bool upper, bool up) {
-  if (!data_.spectrum || opening_.Busy()) return;
+  if (!view_->Shown() || opening_.Busy()) return;
   model::Spectrum2D& s = session_.document.spectrum;
   float u = s.UpperLimit / fullScale_, l = s.LowerLimit / fullScale_;
   const bool stepped = upper ? display::StepUpperLimit(up, u, l) : display::StepLowerLimit(up, u, l);
@@ -380,7 +422,7 @@ void MainWindow::StepLimit(bool upper, bool up) {
 }
 
 void MainWindow::EnterLimit(bool upper) {
-  if (!data_.spectrum || opening_.Busy()) return;
+  if (!view_->Shown() || opening_.Busy()) return;
   model::Spectrum2D& s = session_.document.spectrum;
   float u = s.UpperLimit / fullScale_, l = s.LowerLimit / fullScale_;
   const std::string text = (upper ? upperEdit_ : lowerEdit_)->text().toStdString();
@@ -395,37 +437,39 @@ void MainWindow::EnterLimit(bool upper) {
 }
 
 void MainWindow::FullView() {
-  if (!data_.spectrum || opening_.Busy()) return;
-  display::ShowFullSpectrum(data_.state, *data_.spectrum);
+  if (!view_->Shown() || opening_.Busy()) return;
+  display::ShowFullSpectrum(session_.document.view, session_.document.spectrum);
   view_->WindowChanged();
 }
 
 void MainWindow::ZoomOut() {
-  if (!data_.spectrum || opening_.Busy()) return;
-  display::ZoomOut(data_.state, *data_.spectrum);
+  if (!view_->Shown() || opening_.Busy()) return;
+  display::ZoomOut(session_.document.view, session_.document.spectrum);
   view_->WindowChanged();
 }
 
 void MainWindow::SetEnvironment() {
-  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
+  if (opening_.Busy() || !tools_.Resolve(session_.document.view)) return;
   EnvironmentDialog dialog(session_.settings2D, this);
   if (dialog.exec() != QDialog::Accepted) return;
   dialog.Store(session_.settings2D);
   core::WriteSettings(session_.settings2DFile, session_.settings2D);
   // The display takes the new grid size and interpolation at once; the steps wait for the next file.
-  const display::ContourSetting kept = data_.setting;
+  display::ContourSetting& contour = session_.document.contour;
+  const display::ContourSetting kept = contour;
   ApplySettings();
-  data_.setting.Steps = kept.Steps;
-  data_.setting.Interval = kept.Interval;
-  data_.setting.PowerSpectrum = kept.PowerSpectrum;
-  data_.setting.DisplayMode = kept.DisplayMode;
+  contour.Steps = kept.Steps;
+  contour.Interval = kept.Interval;
+  contour.PowerSpectrum = kept.PowerSpectrum;
+  contour.DisplayMode = kept.DisplayMode;
   view_->DataChanged();
 }
 
 void MainWindow::ChangeContour() {
-  if (!data_.spectrum || opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
-  const model::Spectrum2D& s = *data_.spectrum;
-  const int cls = data_.pulseModeClass;
+  if (!view_->Shown() || opening_.Busy() || !tools_.Resolve(session_.document.view)) return;
+  document::Document& d = session_.document;
+  const model::Spectrum2D& s = d.spectrum;
+  const int cls = d.words.pulseModeClass;
   const auto altitudes = [this, &s, cls](const display::ContourSetting& setting) {
     display::LevelTable table;
     display::BuildLevelTable(table, setting, s.UpperLimit / fullScale_, s.LowerLimit / fullScale_, cls);
@@ -433,45 +477,76 @@ void MainWindow::ChangeContour() {
   };
   // The power display needs quadrants, and a class with a negative side.
   const bool powerAllowed = (cls == model::VPH_HOMO || cls == model::VPH_HETERO) && !s.II.data.empty();
-  ContourDialog dialog(data_.setting, powerAllowed, altitudes, this);
-  const auto apply = [this](const display::ContourSetting& setting) {
-    const bool newValues = setting.PowerSpectrum != data_.setting.PowerSpectrum;
-    data_.setting = setting;
+  ContourDialog dialog(d.contour, powerAllowed, altitudes, this);
+  const auto apply = [this, &d](const display::ContourSetting& setting) {
+    view_->StopTracing();  // the trace reads the setting
+    const bool newValues = setting.PowerSpectrum != d.contour.PowerSpectrum;
+    d.contour = setting;
     if (newValues) view_->DataChanged();  // another number at every point: grid and projections anew
     else view_->LevelsChanged();
   };
   connect(&dialog, &ContourDialog::preview, this, apply);
   if (dialog.exec() == QDialog::Accepted) apply(dialog.Setting());
-  core::SetNumber(session_.settings2D, "CONTOUR MODE", data_.setting.Interval);
+  core::SetNumber(session_.settings2D, "CONTOUR MODE", d.contour.Interval);
 }
 
 void MainWindow::ChangeDisplayArea() {
-  if (!data_.spectrum || opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
-  DisplayAreaDialog dialog(data_.state, *data_.spectrum, this);
+  if (!view_->Shown() || opening_.Busy() || !tools_.Resolve(session_.document.view)) return;
+  document::Document& d = session_.document;
+  DisplayAreaDialog dialog(d.view, d.spectrum, this);
   if (dialog.exec() != QDialog::Accepted) return;
-  display::ApplyArea(data_.state, dialog.Area(), *data_.spectrum);
+  display::ApplyArea(d.view, dialog.Area(), d.spectrum);
   view_->WindowChanged();
 }
 
 void MainWindow::SetUpGrid() {
-  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) return;
-  GridDialog dialog(data_.showGrid, data_.grid, this);
+  if (opening_.Busy() || !tools_.Resolve(session_.document.view)) return;
+  GridDialog dialog(session_.document.grid, this);
   if (dialog.exec() != QDialog::Accepted) return;
-  data_.showGrid = dialog.Shown();
-  data_.grid = dialog.Grid();
-  core::Settings& s = session_.settings2D;
-  core::SetNumber(s, "DRAW GRID", data_.showGrid ? 1 : 0);
-  core::SetNumber(s, "GRID SETTING MODE", data_.grid.automatic ? 0 : 1);
-  core::SetNumber(s, "F2 GRID INC", data_.grid.stepF2);
-  core::SetNumber(s, "F1 GRID INC", data_.grid.stepF1);
+  document::SetGrid(session_.document, dialog.Grid());
+  StoreGridSettings();
   view_->Recompose();
+  RefreshUndo();
+}
+
+// The grid of the present data set is also the one the next run starts with.
+void MainWindow::StoreGridSettings() {
+  const display::GridSetting& grid = session_.document.grid;
+  core::Settings& s = session_.settings2D;
+  core::SetNumber(s, "DRAW GRID", grid.shown ? 1 : 0);
+  core::SetNumber(s, "GRID SETTING MODE", grid.automatic ? 0 : 1);
+  core::SetNumber(s, "F2 GRID INC", grid.stepF2);
+  core::SetNumber(s, "F1 GRID INC", grid.stepF1);
+}
+
+void MainWindow::Undo() {
+  if (!view_->Shown() || opening_.Busy() || !tools_.Resolve(session_.document.view)) return;
+  view_->StopTracing();  // the trace reads the data that may come back
+  switch (document::UndoLast(session_.document, document::SnapshotFilesOf(session_.run), phases_, prompt_)) {
+    case document::Undone::Grid:
+      StoreGridSettings();
+      view_->Recompose();
+      break;
+    case document::Undone::Peaks: view_->update(); break;  // the marks lie over the contour
+    case document::Undone::Data: view_->DataChanged(); break;
+    case document::Undone::Nothing: break;
+  }
+  peaks_->Refresh();  // the list window and the peak entries follow the list and planes that came back
+  RefreshUndo();
+}
+
+void MainWindow::RefreshUndo() {
+  const document::UndoStack& stack = session_.document.undo;
+  undoAction_->setText(QString::fromStdString(document::UndoCaption(stack)));
+  undoAction_->setEnabled(view_->Shown() && document::CanUndo(stack));
 }
 
 void MainWindow::SetSubMode(int subMode) {
-  data_.state.ToolCode = static_cast<std::int16_t>(subMode);
+  display::DisplayState& v = session_.document.view;
+  v.ToolCode = static_cast<std::int16_t>(subMode);
   if (QAction* a = subModes_->actions().value(subMode)) a->setChecked(true);
-  if (subMode != display::kSlice && (data_.state.SliceF1 >= 0 || data_.state.SliceF2 >= 0)) {
-    data_.state.SliceF1 = data_.state.SliceF2 = -1;
+  if (subMode != display::kSlice && (v.SliceF1 >= 0 || v.SliceF2 >= 0)) {
+    v.SliceF1 = v.SliceF2 = -1;
     view_->Recompose();
   }
 }
@@ -505,7 +580,7 @@ void MainWindow::NoteGeometry() {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
   // A busy window, or a tool that the user keeps, ends the close at once.
-  if (opening_.Busy() || !data_.tools.Resolve(data_.state)) {
+  if (opening_.Busy() || !tools_.Resolve(session_.document.view)) {
     event->ignore();
     return;
   }

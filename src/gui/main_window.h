@@ -3,6 +3,7 @@
 // the cursor's position and the progress of long work, files dropped on it, and the session's
 // start and end.
 #include <QMainWindow>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,6 +12,7 @@
 #include "gui/ft_dialog.h"
 #include "gui/spectrum_view.h"
 #include "gui/worker.h"
+#include "operations/phase_tool.h"
 #include "platform/qt/qt_prompt.h"
 
 class QLabel;
@@ -18,10 +20,12 @@ class QLineEdit;
 class QMenu;
 class QProgressBar;
 class QPushButton;
+class QAction;
 class QActionGroup;
 
 namespace velk::gui {
 
+class PeakPicking;
 class PrintPreview;
 
 class MainWindow final : public QMainWindow {
@@ -35,6 +39,9 @@ class MainWindow final : public QMainWindow {
   // "Read Data" with a name (command line, recent files, a dropped file) or through the dialog.
   // The file is read on a worker thread; `opened` is emitted when the window shows it.
   void OpenFile(std::optional<std::string> name = std::nullopt);
+  // "Read 2D Spectrum": a 2D FID for the FT window. "Read 1D Spectrum": the F2 or F1 trace.
+  void ReadFid(std::optional<std::string> name = std::nullopt);
+  void ReadTrace(model::Axis axis, std::optional<std::string> name = std::nullopt);
   // Busy while a file is read and while its FID is in the FT window.
   bool Opening() const { return opening_.Busy() || ft_ != nullptr; }
   FtDialog* FtWindow() const { return ft_; }
@@ -42,8 +49,9 @@ class MainWindow final : public QMainWindow {
 
   // For the people who test the window: what it shows.
   const document::Session& Session() const { return session_; }
-  const ViewData& View() const { return data_; }
+  const document::Document& Document() const { return session_.document; }
   SpectrumView& Picture() { return *view_; }
+  PeakPicking& Peaks() { return *peaks_; }
   QString UpperText() const;
   QString LowerText() const;
   QString CursorText() const;
@@ -57,6 +65,9 @@ class MainWindow final : public QMainWindow {
   void SetEnvironment();
   void ChangeDisplayArea();
   void SetUpGrid();
+  // "UnDo": the top record of the document's stack goes back.
+  void Undo();
+  QAction* UndoAction() const { return undoAction_; }
   // "Print / Edit": the window "Print Preview" on the page of the data shown; none without data.
   PrintPreview* OpenPrintPreview();
 
@@ -69,6 +80,8 @@ class MainWindow final : public QMainWindow {
   void dropEvent(QDropEvent* event) override;
 
  private:
+  // Runs a read on the worker, with the progress bar and "Quit", and shows what it brought.
+  void Read(std::function<document::OpenResult()> read);
   void BuildMenus();
   QWidget* BuildLevelControls();
   void BuildStatusBar();
@@ -85,12 +98,16 @@ class MainWindow final : public QMainWindow {
   void RestoreGeometry();
   void NoteGeometry();
   void SetBusy(bool busy, const QString& what);
+  // The undo entry shows the caption of the top record; disabled with nothing to undo.
+  void RefreshUndo();
+  void StoreGridSettings();
 
   document::Session session_;
   platform::qt::QtPrompt prompt_;
   std::unique_ptr<platform::Launcher> launcher_;
   std::unique_ptr<document::SessionServices> services_;
-  ViewData data_;
+  display::ToolBox tools_;
+  operations::PhaseMemory phases_;  // the stored phases that an undo of a data kind clears
   SpectrumView* view_ = nullptr;
   Worker opening_;
   FtDialog* ft_ = nullptr;  // the FT window while a raw FID is in it
@@ -105,6 +122,8 @@ class MainWindow final : public QMainWindow {
   QPushButton* quitButton_ = nullptr;
   QMenu* recentMenu_ = nullptr;
   QActionGroup* subModes_ = nullptr;
+  QAction* undoAction_ = nullptr;
+  PeakPicking* peaks_ = nullptr;
 };
 
 }  // namespace velk::gui

@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <algorithm>
 #include <cmath>
 #include <memory>
 
@@ -19,9 +20,14 @@ platform::Extent DeviceSize(const QWidget& w) {
   return {static_cast<int>(std::lrint(w.width() * ratio)), static_cast<int>(std::lrint(w.height() * ratio))};
 }
 
+std::string AxisCaption(const char* axis, const std::string& nucleus) {
+  return std::string(axis) + (nucleus.empty() ? "" : " " + nucleus) + " (ppm)";
+}
+
 }  // namespace
 
-SpectrumView::SpectrumView(ViewData& data, QWidget* parent) : QWidget(parent), data_(data) {
+SpectrumView::SpectrumView(document::Document& document, display::ToolBox& tools, QWidget* parent)
+    : QWidget(parent), document_(document), tools_(tools) {
   setMouseTracking(true);
   setMinimumSize(480, 360);
   setAttribute(Qt::WA_OpaquePaintEvent);
@@ -29,13 +35,23 @@ SpectrumView::SpectrumView(ViewData& data, QWidget* parent) : QWidget(parent), d
   connect(&worker_, &Worker::progressed, this, &SpectrumView::tracing);
 }
 
+void SpectrumView::SetShown(bool shown) {
+  worker_.Stop();
+  shown_ = shown;
+}
+
 void SpectrumView::DataChanged() {
   worker_.Stop();
   projF2_ = projF1_ = {};
-  if (data_.spectrum) {
-    const bool both = display::HasNegativeSide(data_.setting, data_.pulseModeClass);
-    projF2_ = display::MakeProjectionF2(*data_.spectrum, data_.pulseModeClass, data_.setting, both);
-    projF1_ = display::MakeProjectionF1(*data_.spectrum, data_.pulseModeClass, data_.setting, both);
+  if (shown_) {
+    const model::Spectrum2D& s = document_.spectrum;
+    const display::ContourSetting& setting = document_.contour;
+    const int cls = document_.words.pulseModeClass;
+    const bool both = display::HasNegativeSide(setting, cls);
+    projF2_ = display::MakeProjectionF2(s, cls, setting, both);
+    projF1_ = display::MakeProjectionF1(s, cls, setting, both);
+    axisCaptionF2_ = AxisCaption("F2", s.extras[model::F2].nucleus);
+    axisCaptionF1_ = AxisCaption("F1", s.extras[model::F1].nucleus);
   }
   pendingReuse_ = false;
   Trace(false);
@@ -54,8 +70,13 @@ void SpectrumView::SetBusy(bool busy) {
   busy_ = busy;
 }
 
+void SpectrumView::SetMarkStyle(const operations::MarkStyle& marks) {
+  marks_ = marks;
+  update();
+}
+
 QPointF SpectrumView::PositionOf(double ppmF2, double ppmF1) const {
-  const display::DisplayState& v = data_.state;
+  const display::DisplayState& v = document_.view;
   const display::Rect& c = layout_.contour;
   const double x = display::ValueToPixel(v.ViewF2Start, v.ViewF2End, c.x, c.width, ppmF2);
   const double y = display::ValueToPixel(v.ViewF1Start, v.ViewF1End, c.y, c.height, ppmF1);
@@ -68,18 +89,20 @@ void SpectrumView::Trace(bool reuse) {
   if (busy_) return;
   worker_.Stop();
   layout_ = display::LayOutMainView(DeviceSize(*this), true);
-  if (!data_.spectrum || layout_.contour.width < 3 || layout_.contour.height < 3) {
+  if (!shown_ || layout_.contour.width < 3 || layout_.contour.height < 3) {
     Compose();
     update();
     return;
   }
-  data_.state.ContourDirty = true;
+  document_.view.ContourDirty = true;
   const display::Rect rect{0, 0, layout_.contour.width, layout_.contour.height};
   auto image = std::make_shared<QImage>(rect.width, rect.height, QImage::Format_ARGB32_Premultiplied);
   auto levels = std::make_shared<display::LevelTable>(levels_);
-  auto job = [this, image, levels, rect, reuse = reuse && pendingReuse_, state = data_.state,
-              setting = data_.setting, cls = data_.pulseModeClass,
-              spectrum = data_.spectrum](platform::Progress& progress) {
+  // The job works on copies of the small records and reads the spectrum in place: the window
+  // stops the trace before it changes the data.
+  auto job = [this, image, levels, rect, reuse = reuse && pendingReuse_, state = document_.view,
+              setting = document_.contour, cls = document_.words.pulseModeClass,
+              spectrum = &document_.spectrum](platform::Progress& progress) {
     image->fill(Qt::white);
     QPainter painter(image.get());
     platform::qt::QtSurface surface(painter, {rect.width, rect.height});
@@ -91,7 +114,7 @@ void SpectrumView::Trace(bool reuse) {
     contour_ = std::move(*image);
     levels_ = *levels;
     pendingReuse_ = true;
-    data_.state.ContourDirty = false;
+    document_.view.ContourDirty = false;
     Compose();
     update();
     emit traced();
@@ -102,21 +125,21 @@ void SpectrumView::Compose() {
   const platform::Extent size = DeviceSize(*this);
   frame_ = QImage(size.width, size.height, QImage::Format_ARGB32_Premultiplied);
   frame_.fill(Qt::white);
-  if (!data_.spectrum) return;
+  if (!shown_) return;
+  const document::Document& d = document_;
   QPainter painter(&frame_);
   if (!contour_.isNull()) painter.drawImage(layout_.contour.x, layout_.contour.y, contour_);
   platform::qt::QtSurface surface(painter, size);
   // The grid lies over the contour, under the marks of the tools.
-  if (data_.showGrid) display::DrawGridLines(surface, layout_.contour, data_.state, data_.grid);
+  if (d.grid.shown) display::DrawGridLines(surface, layout_.contour, d.view, d.grid);
   // Both signs of the projection where the contour has a negative side, else the positive only.
-  const display::TraceKind kind = display::HasNegativeSide(data_.setting, data_.pulseModeClass)
-                                      ? display::TraceKind::ProjectionPosNeg
-                                      : display::TraceKind::Projection;
-  const display::MainViewInput input{*data_.spectrum, data_.pulseModeClass, data_.setting, data_.state,
-                                     kind,            data_.captionF2,      data_.captionF1};
+  const int cls = d.words.pulseModeClass;
+  const display::TraceKind kind = display::HasNegativeSide(d.contour, cls) ? display::TraceKind::ProjectionPosNeg
+                                                                           : display::TraceKind::Projection;
+  const display::MainViewInput input{d.spectrum, cls, d.contour, d.view, kind, axisCaptionF2_, axisCaptionF1_};
   display::DrawSurround(surface, layout_, input, levels_, projF2_, projF1_);
-  const display::DisplayState& v = data_.state;
-  const model::Spectrum2D& s = *data_.spectrum;
+  const display::DisplayState& v = d.view;
+  const model::Spectrum2D& s = d.spectrum;
   traceCaptionF2_ = v.SliceF1 >= 0 && v.SliceF1 < static_cast<int>(s.ppmF1.size())
                         ? QString::fromStdString(display::SliceCaption(false, s.ppmF1[v.SliceF1]))
                         : QString();
@@ -134,12 +157,26 @@ void SpectrumView::paintEvent(QPaintEvent*) {
   // The frame and the marks are in device pixels: drawn one to one, sharp on any screen.
   painter.scale(1.0 / Ratio(), 1.0 / Ratio());
   painter.drawImage(0, 0, frame_);
-  if (busy_ || !data_.spectrum) return;
+  if (busy_ || !shown_) return;
   platform::qt::QtSurface surface(painter, DeviceSize(*this));
-  data_.tools.Active(data_.state).DrawOverlay(surface, data_.state, *data_.spectrum, layout_.contour);
+  // The marks of the data lie over the contour and the grid, under the tool's own marks.
+  const document::Document& d = document_;
+  operations::MarkStyle marks = marks_;
+  marks.peakHalfSize = static_cast<int>(std::lrint(marks.peakHalfSize * Ratio()));
+  marks.peakWidth = std::max(1, static_cast<int>(std::lrint(marks.peakWidth * Ratio())));
+  marks.slopeWidth = std::max(1, static_cast<int>(std::lrint(marks.slopeWidth * Ratio())));
+  operations::DrawSlope2Line(surface, d.view, d.spectrum, layout_.contour, marks);
+  operations::DrawPeakMarks(surface, d.view, d.spectrum, layout_.contour, marks);
+  tools_.Active(d.view).DrawOverlay(surface, d.view, d.spectrum, layout_.contour);
 }
 
 void SpectrumView::resizeEvent(QResizeEvent*) { Trace(true); }
+
+// On a screen of another pixel ratio the retained pictures are made again in its device pixels.
+bool SpectrumView::event(QEvent* event) {
+  if (event->type() == QEvent::ScreenChangeInternal) Trace(true);
+  return QWidget::event(event);
+}
 
 display::Pointer SpectrumView::DevicePointer(QMouseEvent* event) const {
   const QPointF p = event->position() * Ratio();
@@ -148,17 +185,18 @@ display::Pointer SpectrumView::DevicePointer(QMouseEvent* event) const {
 }
 
 void SpectrumView::Point(Pointing what, QMouseEvent* event) {
-  if (busy_ || !data_.spectrum) return;
+  if (busy_ || !shown_) return;
+  document::Document& d = document_;
   const display::Pointer at = DevicePointer(event);
   if (what == Pointing::Press && at.right && Tracing()) return QuitTracing();
   const display::Rect& c = layout_.contour;
   const bool inside = at.x >= c.x && at.x < c.right() && at.y >= c.y && at.y < c.bottom();
   if (inside) emit cursorMoved(QString::fromStdString(display::CursorText(
-                  display::ReadCursor(data_.state, *data_.spectrum, c, at.x, at.y))));
+                  display::ReadCursor(d.view, d.spectrum, c, at.x, at.y))));
   // A press starts only on the contour, and not while it is being traced.
-  if (what == Pointing::Press && (!inside || data_.state.ContourDirty)) return;
-  display::ToolContext context{data_.state, *data_.spectrum, c};
-  display::Tool& tool = data_.tools.Active(data_.state);
+  if (what == Pointing::Press && (!inside || d.view.ContourDirty)) return;
+  display::ToolContext context{d.view, d.spectrum, c};
+  display::Tool& tool = tools_.Active(d.view);
   if (what == Pointing::Press) tool.Press(context, at);
   else if (what == Pointing::Move) tool.Move(context, at);
   else tool.Release(context, at);

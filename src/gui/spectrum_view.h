@@ -11,28 +11,23 @@
 #include "display/page_picture.h"
 #include "display/tools.h"
 #include "display/traces.h"
+#include "document/document.h"
 #include "gui/worker.h"
-#include "model/spectrum.h"
+#include "operations/contour_marks.h"
 
 namespace velk::gui {
-
-// What the view shows; owned by the window, read by the view and its tracing job.
-struct ViewData {
-  const model::Spectrum2D* spectrum = nullptr;  // null: nothing to show
-  int pulseModeClass = 0;
-  display::ContourSetting setting;
-  display::DisplayState state;
-  display::ToolBox tools;
-  std::string captionF2 = "F2 (ppm)", captionF1 = "F1 (ppm)";
-  bool showGrid = false;  // "DRAW GRID"
-  display::GridSetting grid;
-};
 
 class SpectrumView final : public QWidget {
   Q_OBJECT
 
  public:
-  SpectrumView(ViewData& data, QWidget* parent = nullptr);
+  // The view shows the document's spectrum through the document's own view state, contour
+  // setting and grid; the mouse on the contour goes to the active tool of `tools`.
+  SpectrumView(document::Document& document, display::ToolBox& tools, QWidget* parent = nullptr);
+
+  // Whether the document holds a spectrum to show (not while it is empty or holds an FID).
+  void SetShown(bool shown);
+  bool Shown() const { return shown_; }
 
   // New data: projections made again and the grid built anew.
   void DataChanged();
@@ -48,6 +43,9 @@ class SpectrumView final : public QWidget {
   void QuitTracing() { worker_.Quit(); }
   // While the data are being replaced the view shows its last picture and takes no mouse.
   void SetBusy(bool busy);
+  // How the peak tops and the INADEQUATE line are drawn over the contour.
+  void SetMarkStyle(const operations::MarkStyle& marks);
+  const operations::MarkStyle& Marks() const { return marks_; }
 
   // Where the parts lie, in device pixels, and the device pixels per interface unit.
   const display::MainViewLayout& Layout() const { return layout_; }
@@ -59,6 +57,9 @@ class SpectrumView final : public QWidget {
   const QImage& Frame() const { return frame_; }
   const QString& CaptionF2() const { return traceCaptionF2_; }
   const QString& CaptionF1() const { return traceCaptionF1_; }
+  // The axis captions: "F2 1H (ppm)".
+  const std::string& AxisCaptionF2() const { return axisCaptionF2_; }
+  const std::string& AxisCaptionF1() const { return axisCaptionF1_; }
 
  signals:
   void cursorMoved(const QString& reading);
@@ -67,6 +68,7 @@ class SpectrumView final : public QWidget {
   void tracing(int percent);
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent*) override;
   void resizeEvent(QResizeEvent*) override;
   void mousePressEvent(QMouseEvent*) override;
@@ -81,7 +83,10 @@ class SpectrumView final : public QWidget {
   void Point(Pointing what, QMouseEvent* event);
   display::Pointer DevicePointer(QMouseEvent* event) const;
 
-  ViewData& data_;
+  document::Document& document_;
+  display::ToolBox& tools_;
+  bool shown_ = false;
+  operations::MarkStyle marks_;
   Worker worker_;
   display::ContourGrid grid_;  // touched only by the tracing job while it runs
   display::LevelTable levels_;
@@ -90,6 +95,7 @@ class SpectrumView final : public QWidget {
   QImage contour_;  // the retained contour, device pixels
   QImage frame_;    // contour, axes, traces and level bar, device pixels
   QString traceCaptionF2_, traceCaptionF1_;
+  std::string axisCaptionF2_ = "F2 (ppm)", axisCaptionF1_ = "F1 (ppm)";
   bool busy_ = false;
   bool pendingReuse_ = true;
 };

@@ -8,9 +8,10 @@
 
 namespace velk::gui {
 
+// The major part is written without a leading zero in the old way ("###."), which for a 0 leaves
+// "Ver..1.0"; a person reads that as a slip, so a 0 is written out.
 QString VersionText(int major, int minor, int patch) {
-  return "Ver." + (major == 0 ? QString() : QString::number(major)) + "." + QString::number(minor) + "." +
-         QString::number(patch);
+  return "Ver." + QString::number(major) + "." + QString::number(minor) + "." + QString::number(patch);
 }
 
 std::unique_ptr<QSplashScreen> ShowSplash(const QString& versionText) {

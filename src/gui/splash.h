@@ -7,8 +7,7 @@ class QSplashScreen;
 
 namespace velk::gui {
 
-// "Ver." and the three parts of the version number as "###.", "###0." and "#####0": the first
-// part without a digit when it is 0, the others with at least one.
+// "Ver." and the three parts of the version number: "Ver.0.1.0".
 QString VersionText(int major, int minor, int patch);
 
 std::unique_ptr<QSplashScreen> ShowSplash(const QString& versionText);

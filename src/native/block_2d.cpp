@@ -141,23 +141,32 @@ Entry Write2DSection(FileSink& head, FileSink& tail, const model::Spectrum2D& s,
 
 namespace {
 
-void FillPlanes(Bytes data, model::Spectrum2D& s, std::size_t planeCount) {
+// The planes come from the mapped file in runs of about 4 MiB: on a cold file each run is read
+// from the disk, so the bar moves and a quit is seen within a fraction of a second.
+bool FillPlanes(Bytes data, model::Spectrum2D& s, std::size_t planeCount, platform::Progress& progress) {
   const std::int32_t columns = s.axis[F2].Point, rows = s.axis[F1].Point;
   const std::size_t rowBytes = static_cast<std::size_t>(columns) * sizeof(float);
+  const std::int32_t run = static_cast<std::int32_t>(std::max<std::size_t>(1, (std::size_t{4} << 20) / rowBytes));
+  const std::int64_t total = static_cast<std::int64_t>(planeCount) * rows;
   model::Plane* const order[4] = {&s.RR, &s.RI, &s.IR, &s.II};
   for (std::size_t k = 0; k < planeCount; ++k) {
     model::Plane& plane = *order[k];
     const std::uint8_t* source = data.data() + k * rowBytes * static_cast<std::size_t>(rows);
-    if (plane.stride == columns) {
-      std::memcpy(plane.data.data(), source, rowBytes * static_cast<std::size_t>(rows));
-    } else {
-      for (std::int32_t r = 0; r < rows; ++r) std::memcpy(plane.row(r).data(), source + r * rowBytes, rowBytes);
+    for (std::int32_t from = 0; from < rows; from += run) {
+      if (!progress.Step(static_cast<std::int64_t>(k) * rows + from, total)) return false;
+      const std::int32_t to = std::min(rows, from + run);
+      if (plane.stride == columns) {
+        std::memcpy(plane.row(from).data(), source + from * rowBytes, rowBytes * static_cast<std::size_t>(to - from));
+      } else {
+        for (std::int32_t r = from; r < to; ++r) std::memcpy(plane.row(r).data(), source + r * rowBytes, rowBytes);
+      }
     }
   }
   if constexpr (std::endian::native == std::endian::big) {
     for (std::size_t k = 0; k < planeCount; ++k)
       for (float& value : order[k]->data) value = core::SwapBytes(value);
   }
+  return progress.Step(total, total);
 }
 
 // True when the planes are allocated for the record's point counts.
@@ -198,7 +207,8 @@ void SetNuclei(model::Spectrum2D& s, int pulseModeClass) {
 
 }  // namespace
 
-Read2DResult Read2DSection(Bytes file, Entry entry, model::Spectrum2D& s, model::DataWords& words) {
+Read2DResult Read2DSection(Bytes file, Entry entry, model::Spectrum2D& s, model::DataWords& words,
+                           platform::Progress& progress) {
   const Block block{SectionOf(file, entry), static_cast<std::uint64_t>(entry.address)};
   const std::uint64_t base = kTagWidth;
   if (block.bytes.size() < base + kBlockTableEnd) return Read2DResult::Invalid;
@@ -230,7 +240,7 @@ Read2DResult Read2DSection(Bytes file, Entry entry, model::Spectrum2D& s, model:
   // sizes that the file itself does not back.
   if (planeCount > 0) {
     if (!PlanesCover(s) && model::AllocateSpectrum2D(s, columns, rows) != 0) return Read2DResult::NoMemory;
-    FillPlanes(data, s, planeCount);
+    if (!FillPlanes(data, s, planeCount, progress)) return Read2DResult::Quit;
     words.realOnly = planeCount == 1 ? 1 : 0;
   }
 

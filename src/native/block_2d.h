@@ -24,8 +24,10 @@ struct PlaneSet {
 Entry Write2DSection(FileSink& head, FileSink& tail, const model::Spectrum2D& s, const PlaneSet& planes,
                      const std::string& fileName);
 
-enum class Read2DResult { Ok, Invalid, TooLarge, NoMemory };
-// Reads the section of the file that the entry names into the record and the data words.
-Read2DResult Read2DSection(Bytes file, Entry entry, model::Spectrum2D& s, model::DataWords& words);
+enum class Read2DResult { Ok, Invalid, TooLarge, NoMemory, Quit };
+// Reads the section of the file that the entry names into the record and the data words. The
+// planes are copied in runs of rows, each reported to `progress`, whose quit ends the read.
+Read2DResult Read2DSection(Bytes file, Entry entry, model::Spectrum2D& s, model::DataWords& words,
+                           platform::Progress& progress);
 
 }  // namespace velk::native

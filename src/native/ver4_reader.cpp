@@ -110,8 +110,9 @@ Outcome Read2DBytes(Bytes file, const std::string& name, model::Spectrum2D& s, m
   if (version == Version::None) return InvalidData();
   const FileTable table = ReadFileTable(file, version);
   if (table.twoD.length <= 0) return Refuse2D(s, messages::kDataError2D, messages::kInvalid2DData);
-  switch (Read2DSection(file, table.twoD, s, context.words)) {
+  switch (Read2DSection(file, table.twoD, s, context.words, context.progress)) {
     case Read2DResult::Ok: break;
+    case Read2DResult::Quit: return {1, {}};  // the person ended the read: nothing to say
     case Read2DResult::Invalid: return Refuse2D(s, messages::kDataError2D, messages::kInvalid2DData);
     case Read2DResult::TooLarge: return Refuse2D(s, messages::kDataError, messages::kTooLargeData);
     case Read2DResult::NoMemory: return Refuse2D(s, messages::kDataSizeError, messages::kDataSizeTooLarge);

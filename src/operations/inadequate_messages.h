@@ -17,6 +17,10 @@ inline constexpr std::string_view kExtendNote =
     "moved to original position.";
 inline constexpr std::string_view kDataSizeError = "Data Size Error";
 inline constexpr std::string_view kDataSizeTooLarge = "Data Size is too large!";
+// "Direction of Slope 2 Line" guides the user to the inversion of F1.
+inline constexpr std::string_view kSlopeDirection =
+    "To change \"Direction of Slope 2 Line\"\nExecute \"Invert F1 Axis\" in \"Invert Spectrum\" window.";
+inline constexpr std::string_view kInvertTitle = "Invet Spectrum (INADEQUATE)";
 inline constexpr std::string_view kUndoCaption = "UnDo(Tnadwquate Extension)";
 
 }  // namespace velk::operations::inadequate_messages

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 #include <utility>
+#include <vector>
 
 namespace velk::operations {
 namespace {
@@ -55,6 +56,13 @@ bool DeleteNearestPeak(model::PeakTable2D& table, double col, double row, double
 }
 
 void DeleteAllPeaks(model::PeakTable2D& table) { table.peaks.clear(); }
+
+int DeletePeaksInArea(model::PeakTable2D& table, const PointArea& area) {
+  return static_cast<int>(std::erase_if(table.peaks, [&](const model::Peak2D& p) {
+    return p.PointF2 >= area.f2First && p.PointF2 <= area.f2Last && p.PointF1 >= area.f1First &&
+           p.PointF1 <= area.f1Last;
+  }));
+}
 
 bool MovePeakTop(model::PeakTable2D& table, int index, const PeakPlane& plane, std::int32_t col, std::int32_t row,
                  PeakMode mode) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "model/peak_table.h"
+#include "operations/peak_pick.h"
 #include "operations/peak_top.h"
 
 namespace velk::operations {
@@ -22,6 +23,9 @@ int NearestPeak(const model::PeakTable2D& table, double col, double row, double 
 bool DeleteNearestPeak(model::PeakTable2D& table, double col, double row, double stepF2, double stepF1);
 
 void DeleteAllPeaks(model::PeakTable2D& table);
+
+// Removes every peak whose data point lies in the area; returns how many went.
+int DeletePeaksInArea(model::PeakTable2D& table, const PointArea& area);
 
 // The peak takes the data point (col, row) and its top is made anew; a point on the rim or a top
 // that would duplicate another peak leaves the list as it was. Returns true when it moved.

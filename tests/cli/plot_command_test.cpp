@@ -4,6 +4,8 @@
 #include <QImage>
 #include <fstream>
 
+#include "display/page_picture.h"
+#include "display/view_navigation.h"
 #include "model/data_type.h"
 #include "native/ver4_file.h"
 #include "support/corpus.h"
@@ -60,6 +62,55 @@ TEST(PlotCommand, PhaseSensitiveHsqcShowsBothSignsInTheirColours) {
     }
   EXPECT_GT(positive, 1000);
   EXPECT_GT(negative, 300);
+}
+
+// --peaks: a cross on each top, of the file's own list or of one picked anew, where the top lies.
+TEST(PlotCommand, PeakMarksSitOnTheTops) {
+  TempFolder folder;
+  // Tops on data points (a top between two would be a plateau, which is no peak): 0 to 10 ppm on
+  // 256 and 128 points.
+  const std::int32_t col = 178, row = 38;
+  const double f2 = col * 10.0 / 255, f1 = row * 10.0 / 127, f2b = 77 * 10.0 / 255, f1b = 89 * 10.0 / 127;
+  auto s = MakeSynthetic2D(256, 128, {{f2, f1, 1.0, 0.08}, {f2b, f1b, -0.9, 0.08}});
+  // The file's list holds the positive top only.
+  s->peaks.peaks.push_back({col, row, static_cast<float>(col * s->axis[model::F2].Resolution),
+                            static_cast<float>(row * s->axis[model::F1].Resolution), 0, 0, s->RR.at(col, row)});
+  const model::DataWords words{model::MakeTypeCode(2, true, model::kVer4), model::VPH_HOMO, 1};
+  ASSERT_TRUE(native::WriteDataR4(folder / "s.vlk2", *s, nullptr, nullptr, words, native::SaveMode::RealOnly, {false, nullptr}).ok());
+  const auto plot = [&](const std::string& name, const std::string& peaks) {
+    const CliRun run = RunCli("plot " + Quoted((folder / "s.vlk2").string()) + " -o " + Quoted((folder / name).string()) +
+                              " --size 500x400 --f2 9,1 --f1 1,9 --traces none" + peaks);
+    EXPECT_EQ(run.exitStatus, 0) << run.err;
+    return QImage(QString::fromStdString((folder / name).string())).convertToFormat(QImage::Format_RGB32);
+  };
+  const QImage plain = plot("plain.png", ""), stored = plot("stored.png", " --peaks stored"),
+               picked = plot("picked.png", " --peaks 0.5");
+  // The pixels that the marks changed, and the black ones among them around each top.
+  const display::Rect c = display::LayOutMainView({500, 400}, false).contour;
+  const auto marked = [&](const QImage& image, double f2, double f1) {
+    const int x = static_cast<int>(std::lrint(display::ValueToPixel(9, 1, c.x, c.width, f2)));
+    const int y = static_cast<int>(std::lrint(display::ValueToPixel(1, 9, c.y, c.height, f1)));
+    int black = 0;
+    for (int d = -5; d <= 5; ++d) black += (image.pixel(x + d, y) & 0xFFFFFF) == 0 && (image.pixel(x, y + d) & 0xFFFFFF) == 0;
+    return black;
+  };
+  int changedStored = 0, changedPicked = 0;
+  for (int y = 0; y < plain.height(); ++y)
+    for (int x = 0; x < plain.width(); ++x) {
+      changedStored += stored.pixel(x, y) != plain.pixel(x, y);
+      changedPicked += picked.pixel(x, y) != plain.pixel(x, y);
+    }
+  // A cross of two arms of 11 pixels on each top (a point is one to two pixels here).
+  EXPECT_GE(marked(stored, f2, f1), 9);
+  EXPECT_LE(marked(stored, f2b, f1b), 1);
+  EXPECT_GT(changedStored, 10);
+  EXPECT_LT(changedStored, 30);
+  EXPECT_GE(marked(picked, f2, f1), 9);
+  EXPECT_GE(marked(picked, f2b, f1b), 9);
+  EXPECT_LT(changedPicked, 2 * 30);
+  const CliRun refused = RunCli("plot " + Quoted((folder / "s.vlk2").string()) + " -o " +
+                                Quoted((folder / "x.png").string()) + " --peaks 2");
+  EXPECT_EQ(refused.exitStatus, 2) << refused.err;
 }
 
 // A raw FID is transformed with the default settings before it is drawn.

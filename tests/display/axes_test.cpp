@@ -50,6 +50,13 @@ TEST(Tics, AutomaticStepGrowsUntilLabelsFit) {
   for (const Tic& t : tics)
     if (t.major) labels.push_back(t.label);
   EXPECT_EQ(labels, (std::vector<std::string>{"8", "6", "4", "2", "0"}));
+  // 2.6 to 0.6 ppm grows its step from 0.2 to 0.4: every multiple of 0.4 inside has its tic,
+  // the one near the left edge too.
+  tics = MakeTics(2.6, 0.6, 200, {}, width);
+  labels.clear();
+  for (const Tic& t : tics)
+    if (t.major) labels.push_back(t.label);
+  EXPECT_EQ(labels, (std::vector<std::string>{"2.4", "2.0", "1.6", "1.2", "0.8"}));
   // Manual: the given step and divisions, in the direction of the range.
   tics = MakeTics(0, 2, 500, {false, 1.0, 4}, width);
   ASSERT_EQ(tics.size(), 8u);

@@ -35,11 +35,19 @@ TEST(PeakCommands, EveryUndoRestoresTheListBefore) {
   lists.push_back(d.spectrum.peaks);
   EXPECT_TRUE(DeletePeakByClick(d, 20, 18));
   lists.push_back(d.spectrum.peaks);
+  // A band over tops already listed adds nothing and leaves no record; one over a top removes it.
+  EXPECT_EQ(PickInArea(d, {40, 95, 0, 71}, 0.1f, kVirtualPeakTop), 0);
+  EXPECT_EQ(DeleteInArea(d, {66, 75, 46, 55}), 1);
+  lists.push_back(d.spectrum.peaks);
+  EXPECT_EQ(DeleteInArea(d, {0, 10, 0, 10}), 0);
+  EXPECT_FALSE(DeletePeakAt(d, 5));  // a row the list does not have
+  EXPECT_TRUE(DeletePeakAt(d, 0));
+  lists.push_back(d.spectrum.peaks);
   EXPECT_TRUE(DeleteAllPeaksOf(d));
   EXPECT_FALSE(DeleteAllPeaksOf(d));  // nothing left to delete: no record
   EXPECT_EQ(UndoCaption(d.undo), "UnDo(Delete All)");
   for (const char* caption :
-       {"UnDo(Delete Peak)", "UnDo(Move Peak Top)", "UnDo(Add Peak)", "UnDo(Pick All Area)", "UnDo"}) {
+       {"UnDo(Delete Peak)", "UnDo(Delete Peak)", "UnDo(Delete Peak)", "UnDo(Move Peak Top)", "UnDo(Add Peak)", "UnDo(Pick All Area)", "UnDo"}) {
     ASSERT_TRUE(UndoPeakEdit(d));
     EXPECT_TRUE(SameList(d.spectrum.peaks, lists.back())) << "before " << caption;
     lists.pop_back();

@@ -6,14 +6,19 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QDialog>
+#include <QFileDialog>
+#include <QInputDialog>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPushButton>
 #include <QTimer>
 #include <QtTest>
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 #include "display/view_navigation.h"
+#include "document/read_data_set.h"
 #include "gui/main_window.h"
 #include "gui/step_label.h"
 #include "gui/window_dialog.h"
@@ -32,12 +37,12 @@ core::Folders FoldersIn(const test::TempFolder& t) {
 // Opens the file and waits until the window shows it completely traced.
 bool OpenAndWait(gui::MainWindow& w, const std::string& path) {
   w.OpenFile(path);
-  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.View().state.ContourDirty; },
+  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.Document().view.ContourDirty; },
                          60000);
 }
 
 bool WaitTraced(gui::MainWindow& w) {
-  return QTest::qWaitFor([&] { return !w.Picture().Tracing() && !w.View().state.ContourDirty; }, 20000);
+  return QTest::qWaitFor([&] { return !w.Picture().Tracing() && !w.Document().view.ContourDirty; }, 20000);
 }
 
 std::pair<float, float> Range(const std::vector<float>& ppm, int points) {
@@ -66,6 +71,16 @@ struct Answerer {
   }
 };
 
+// Handles the next modal dialogs one after another: each step acts on its dialog and says true,
+// or says false while its dialog is not up yet.
+void HandleDialogs(std::vector<std::function<bool(QWidget*)>> steps, std::size_t i = 0) {
+  if (i == steps.size()) return;
+  QTimer::singleShot(10, [steps, i] {
+    QWidget* dialog = QApplication::activeModalWidget();
+    HandleDialogs(steps, dialog && steps[i](dialog) ? i + 1 : i);
+  });
+}
+
 }  // namespace
 
 class MainWindowTest : public QObject {
@@ -83,8 +98,8 @@ class MainWindowTest : public QObject {
     QVERIFY(OpenAndWait(w, path));
     QCOMPARE(w.windowTitle(), QString::fromStdString(path + " NMR 2D "));
 
-    const model::Spectrum2D& s = *w.View().spectrum;
-    const display::DisplayState& v = w.View().state;
+    const model::Spectrum2D& s = w.Document().spectrum;
+    const display::DisplayState& v = w.Document().view;
     const auto [f2lo, f2hi] = Range(s.ppmF2, s.axis[model::F2].Point);
     const auto [f1lo, f1hi] = Range(s.ppmF1, s.axis[model::F1].Point);
     // F2 high ppm at the left, F1 high ppm at the bottom; the whole spectrum is shown.
@@ -95,7 +110,7 @@ class MainWindowTest : public QObject {
     QVERIFY(f2hi > 8 && f2lo < 1 && f1hi > 100);  // a 1H-13C correlation
 
     // The level bar: sixteen stages, half of them negative, the limits at 100 % and 10 %.
-    QCOMPARE(w.View().setting.Steps, 16);
+    QCOMPARE(w.Document().contour.Steps, 16);
     QCOMPARE(w.Picture().Levels().DrawCount, 16);
     QCOMPARE(w.Picture().Levels().DrawSign[15], -1);
     QCOMPARE(w.UpperText(), QString("100.0"));
@@ -128,7 +143,7 @@ class MainWindowTest : public QObject {
     });
     w.ChangeContour();
     QVERIFY(WaitTraced(w));
-    QCOMPARE(w.View().setting.Steps, 16);
+    QCOMPARE(w.Document().contour.Steps, 16);
     QCOMPARE(w.Picture().Levels().DrawCount, 16);
     w.activateWindow();  // the offscreen platform has no window manager to do it after a dialog
     QVERIFY(QTest::qWaitForWindowActive(&w));
@@ -185,6 +200,80 @@ class MainWindowTest : public QObject {
     const QPointF low = view.PositionOf(1.0, 50.0), high = view.PositionOf(8.0, 50.0);
     QVERIFY(low.x() < high.x());
 
+    // "Set up Grid" lays yellow lines over the contour; "UnDo(Change Grid)" with Ctrl+Z takes
+    // them away again, and the entry is disabled with nothing left to undo.
+    QAction* undo = w.UndoAction();
+    QVERIFY(!undo->isEnabled());
+    QCOMPARE(undo->text(), QString("UnDo"));
+    const auto yellow = [&view] {
+      const display::Rect& c = view.Layout().contour;
+      int n = 0;
+      for (int y = c.y; y < c.bottom(); ++y)
+        for (int x = c.x; x < c.right(); ++x) n += view.Frame().pixel(x, y) == qRgb(255, 255, 0);
+      return n;
+    };
+    QCOMPARE(yellow(), 0);
+    QTimer::singleShot(0, [] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      QVERIFY(dialog && dialog->windowTitle() == "Set up Grid");
+      dialog->findChild<QAbstractButton*>("drawGrid")->click();
+      qobject_cast<QDialog*>(dialog)->accept();
+    });
+    w.SetUpGrid();
+    QVERIFY(w.Document().grid.shown);
+    QVERIFY(yellow() > view.Layout().contour.width);  // at least one line across
+    QCOMPARE(undo->text(), QString("UnDo(Change Grid)"));
+    QVERIFY(undo->isEnabled());
+    w.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&w));
+    QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(!w.Document().grid.shown);
+    QCOMPARE(yellow(), 0);
+    QCOMPARE(undo->text(), QString("UnDo"));
+    QVERIFY(!undo->isEnabled());
+    QVERIFY(!document::Modified(w.Document()));
+
+    // Save offers all four planes or the real plane only, with their sizes; "Save Real only"
+    // after its confirmation writes RR alone, value for value.
+    const std::filesystem::path saved = folders / "hsqc-real.vlk2";
+    QStringList options;
+    QString confirmation;
+    HandleDialogs({[&](QWidget* d) {
+                     auto* files = qobject_cast<QFileDialog*>(d);
+                     if (!files) return false;
+                     files->selectFile(QString::fromStdString(saved.string()));
+                     static_cast<QDialog*>(files)->accept();
+                     return true;
+                   },
+                   [&](QWidget* d) {
+                     auto* choice = qobject_cast<QInputDialog*>(d);
+                     if (!choice || choice->windowTitle() != "Cut down of Saved Data Size") return false;
+                     options = choice->comboBoxItems();
+                     choice->setTextValue(options.value(1));
+                     choice->accept();
+                     return true;
+                   },
+                   [&](QWidget* d) {
+                     auto* box = qobject_cast<QMessageBox*>(d);
+                     if (!box || box->windowTitle() != "Confirming!") return false;
+                     confirmation = box->text();
+                     for (QAbstractButton* b : box->buttons())
+                       if (b->text() == "OK") b->click();
+                     return true;
+                   }});
+    QTest::keyClick(&w, Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(options.size(), 2);
+    QVERIFY(options[0].startsWith("Save All Data(incl.Image)(ca ") && options[0].endsWith(" Mbyte)"));
+    QVERIFY(options[1].startsWith("Save Real only(ca "));
+    QCOMPARE(confirmation, QString("Phase of saved Data can not be corrected. OK?"));
+    platform::qt::QtPrompt quiet(nullptr);
+    const document::ReadResult back = document::ReadDataSet(saved, quiet);
+    QVERIFY(back.outcome.ok());
+    QCOMPARE(back.document->words.realOnly, 1);
+    for (int r : {0, 100, s.axis[model::F1].Point - 1})
+      QCOMPARE(back.document->spectrum.RR.at(200, r), s.RR.at(200, r));
+    QVERIFY(!document::Modified(w.Document()));
+
     // Close asks about the data; Cancel keeps the window, "Do not Save" ends it.
     Answerer answer;
     answer.Press("Cancel");
@@ -208,13 +297,13 @@ class MainWindowTest : public QObject {
     const std::string jcamp = test::CorpusPath("jcamp/Rutin_3080ug200uL_DMSOd6_HSQC_400MHz_JDX.jdx").string();
     QVERIFY(OpenAndWait(w, jcamp));
     QCOMPARE(w.windowTitle(), QString::fromStdString(jcamp + " NMR 2D "));
-    QVERIFY(w.View().state.ViewF2Start > w.View().state.ViewF2End);
+    QVERIFY(w.Document().view.ViewF2Start > w.Document().view.ViewF2End);
     QVERIFY(w.Picture().Levels().DrawCount >= 8);
 
     // "Quit FFT" while the example's raw COSY is transformed: the FT window stays on the FID, and
     // "Exit without FFT" brings the JCAMP-DX spectrum back.
     const std::string cosy = std::string(VELK_SOURCE_DIR) + "/examples/cosy/ser";
-    const float f1High = w.View().state.ViewF1End;
+    const float f1High = w.Document().view.ViewF1End;
     gui::FtDialog* ft = test::OpenFid(w, cosy);
     QVERIFY(ft);
     const std::vector<float> fid = ft->State().preview().fidRe;
@@ -230,14 +319,14 @@ class MainWindowTest : public QObject {
     QCOMPARE(leave.text, QString("Exit without FFT"));
     QVERIFY(QTest::qWaitFor([&] { return !w.Opening(); }, 5000));
     QCOMPARE(w.windowTitle(), QString::fromStdString(jcamp + " NMR 2D "));
-    QCOMPARE(w.View().state.ViewF1End, f1High);
+    QCOMPARE(w.Document().view.ViewF1End, f1High);
 
     // JEOL's 2D data in the corpus are raw: the HSQC goes through the FT window, 13C along F1.
     const std::string jeol = test::CorpusPath("jeol/Rutin_3080ug200uL_DMSOd6_HSQC_400MHz_Jeol.jdf").string();
     ft = test::OpenFid(w, jeol);
     QVERIFY(ft && test::TransformAndWait(w, *ft));
     QCOMPARE(w.windowTitle(), QString::fromStdString(jeol + " NMR 2D "));
-    QVERIFY(w.View().captionF1.find("13C") != std::string::npos);
+    QVERIFY(w.Picture().AxisCaptionF1().find("13C") != std::string::npos);
 
     // The transformed HSQC is not saved: "Read Data" asks first, from its worker thread, and the
     // question comes up on the interface thread.
@@ -248,7 +337,7 @@ class MainWindowTest : public QObject {
     QCOMPARE(first.title, QString("Caution!"));
     QCOMPARE(first.text, QString("Data has been Changed"));
     QCOMPARE(w.windowTitle(), QString::fromStdString(cosy + " NMR 2D "));
-    const model::Spectrum2D& s = *w.View().spectrum;
+    const model::Spectrum2D& s = w.Document().spectrum;
     const auto [f2lo, f2hi] = Range(s.ppmF2, s.axis[model::F2].Point);
     QVERIFY(f2hi > 8 && f2lo < 1);  // a proton axis
     QVERIFY(document::Modified(w.Session().document));  // a fresh transform is not saved yet
@@ -263,6 +352,40 @@ class MainWindowTest : public QObject {
     QCOMPARE(next.size(), QSize(1000, 640));
     const std::vector<std::string>& recent = next.Session().settings2D.lists.at("RECENT FILE");
     QCOMPARE(recent, (std::vector<std::string>{cosy, jeol, jcamp}));
+  }
+
+  // A Bruker experiment folder dropped on the window opens its processed spectrum; after "Close
+  // (Discard Present Data)" the recent files bring it back.
+  void DroppedFolderAndRecentFiles() {
+    test::TempFolder folders;
+    gui::MainWindow w(FoldersIn(folders), "");
+    w.resize(900, 700);
+    w.show();
+    const std::filesystem::path experiment = test::CorpusPath("bruker/cyclosporin_hsqc/3");
+    const QString spectrum = QString::fromStdString((experiment / "pdata/1/2rr").string());
+    QMimeData mime;
+    mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(experiment.string()))});
+    QDragEnterEvent enter(QPoint(20, 20), Qt::CopyAction, &mime, Qt::LeftButton, {});
+    QApplication::sendEvent(&w, &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop(QPointF(20, 20), Qt::CopyAction, &mime, Qt::LeftButton, {});
+    QApplication::sendEvent(&w, &drop);
+    QVERIFY(QTest::qWaitFor([&] { return !w.Opening() && w.Picture().Shown(); }, 60000));
+    QCOMPARE(w.windowTitle(), spectrum + " NMR 2D ");
+
+    const auto action = [&w](const QString& text) {
+      for (QAction* a : w.findChildren<QAction*>())
+        if (a->text() == text) return a;
+      return static_cast<QAction*>(nullptr);
+    };
+    action("Close (Discard Present Data)")->trigger();
+    QCOMPARE(w.windowTitle(), QString("NMR 2D"));
+    QVERIFY(!w.Picture().Shown() && !w.UndoAction()->isEnabled());
+    QAction* recent = action(spectrum);
+    QVERIFY(recent);
+    recent->trigger();
+    QVERIFY(QTest::qWaitFor([&] { return !w.Opening() && w.Picture().Shown(); }, 60000));
+    QCOMPARE(w.windowTitle(), spectrum + " NMR 2D ");
   }
 
   // The example's raw COSY in the FT window: rows stepped, a phase held on its step label (the
@@ -339,7 +462,7 @@ class MainWindowTest : public QObject {
     QCOMPARE(int(state.preview().fidRe.size()), state.Rows());
     QVERIFY(test::TransformAndWait(w, *ft));
     QVERIFY(w.FtWindow() == nullptr);
-    QVERIFY(w.View().spectrum != nullptr);
+    QVERIFY(w.Picture().Shown());
     QVERIFY(w.Picture().Levels().DrawCount >= 1);
   }
 };

@@ -1,6 +1,8 @@
 // velk2d-screenshots OUTDIR COSY [HSQC [HSQC_FID]]: renders the main window and its dialogs on real data into
 // OUTDIR/*.png for a person to look at. scripts/screenshots runs it on the offscreen platform.
 #include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
 #include <QLineEdit>
 #include <QAbstractButton>
 #include <QMessageBox>
@@ -10,7 +12,13 @@
 #include <cmath>
 #include <cstdio>
 
+#include "document/write_data_set.h"
 #include "gui/main_window.h"
+#include "gui/inadequate_menu.h"
+#include "gui/peak_picking.h"
+#include "model/data_type.h"
+#include "native/ver4_file.h"
+#include "support/synthetic_inadequate.h"
 #include "gui/splash.h"
 #include "gui/window_dialog.h"
 #include "ft_steps.h"
@@ -21,7 +29,7 @@ using namespace velk;
 namespace {
 
 bool Settled(gui::MainWindow& w) {
-  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.View().state.ContourDirty; },
+  return QTest::qWaitFor([&] { return !w.Opening() && !w.Picture().Tracing() && !w.Document().view.ContourDirty; },
                          120000);
 }
 
@@ -40,6 +48,20 @@ void GrabNextDialog(const QString& file, const QString& button) {
     for (QAbstractButton* b : dialog->findChildren<QAbstractButton*>())
       if (b->text().remove('&') == button) return b->click();
   });
+}
+
+// Opens the window's menu of the given title, saves it as a picture and closes it.
+bool SaveMenu(QMainWindow& w, const QString& title, const QString& file) {
+  for (QAction* a : w.menuBar()->actions()) {
+    QMenu* menu = a->menu();
+    if (!menu || a->text() != title) continue;
+    menu->popup(w.mapToGlobal(w.menuBar()->actionGeometry(a).bottomLeft()));
+    QTest::qWait(50);
+    const bool ok = Save(*menu, file);
+    menu->hide();
+    return ok;
+  }
+  return false;
 }
 
 }  // namespace
@@ -78,6 +100,18 @@ int main(int argc, char** argv) {
   w.OpenFile(argv[3]);
   ok &= Settled(w) && Save(w, out + "/main-hsqc.png");
 
+  // The peak tool: every peak above the lower limit marked, and their list; the marks stay for
+  // the region below, and undo then takes them away again.
+  gui::PeakPicking& peaks = w.Peaks();
+  peaks.SetTopKind(operations::kVirtualPeakTop);
+  peaks.PickAllArea();
+  ok &= Save(w, out + "/main-hsqc-peaks.png");
+  if (gui::PeakListWindow* list = peaks.ShowList()) {
+    ok &= Save(*list, out + "/peak-list.png");
+    list->close();
+  }
+  peaks.Close();
+
   // A region of the HSQC with slice cursors on a cross peak.
   gui::SpectrumView& view = w.Picture();
   const QPointF from = view.PositionOf(2.6, 12.0), to = view.PositionOf(0.6, 45.0);
@@ -85,6 +119,8 @@ int main(int argc, char** argv) {
   QTest::mouseMove(&view, to.toPoint());
   QTest::mouseRelease(&view, Qt::LeftButton, {}, to.toPoint());
   ok &= Settled(w);
+  ok &= Save(w, out + "/main-hsqc-peaks-zoom.png");
+  w.Undo();
   w.SetSubMode(display::kSlice);
   QTest::mouseClick(&view, Qt::LeftButton, {}, view.PositionOf(1.27, 24.9).toPoint());
   ok &= Save(w, out + "/main-hsqc-zoom-slice.png");
@@ -101,6 +137,14 @@ int main(int argc, char** argv) {
   });
   w.SetUpGrid();
   ok &= Save(w, out + "/main-hsqc-zoom-grid.png");
+  ok &= SaveMenu(w, "&Edit", out + "/menu-edit.png");  // "UnDo(Change Grid)"
+  ok &= SaveMenu(w, "&File", out + "/menu-file.png");
+
+  // Save of the phase-sensitive HSQC asks what to keep (the window's own question, without its
+  // file dialog); it is left with "Cancel".
+  GrabNextDialog(out + "/dialog-save-size.png", "Cancel");
+  platform::qt::QtPrompt prompt(&w);
+  native::ChooseSaveMode(prompt, document::SaveSituationOf(w.Document()));
 
   // The HSQC's raw FID in the FT window: a row near the top of the FID in the F2 view, the
   // column of the largest signal in the F1 view; then "Exit without FFT".
@@ -124,6 +168,29 @@ int main(int argc, char** argv) {
     ft->close();
     ok &= Settled(w);
   }
+
+  // A folded INADEQUATE set made one by "Change Inadequate Spectrum": its slope 2 line, the two
+  // windows, and the set extended onto the doubled F1 span with every pair on the line.
+  model::Spectrum2D folded = test::FoldedInadequateSet();
+  folded.peaks.peaks.clear();
+  folded.UpperLimit = 1.0f;
+  folded.LowerLimit = 0.1f;
+  const model::DataWords words{model::MakeTypeCode(2, true, model::kVer4), model::VPH_HOMO, 1};
+  const std::filesystem::path file = folders / "inadequate.vlk2";
+  ok &= native::WriteDataR4(file, folded, nullptr, nullptr, words, native::SaveMode::AllPlanes, {false, nullptr}).ok();
+  GrabNextDialog(out + "/dialog-open-changed-2.png", "Do not Save");
+  w.OpenFile(file.string());
+  GrabNextDialog(out + "/dialog-inadequate-change.png", "Proceed as INADEQUATE Spectrum");
+  QTimer::singleShot(200, [] {
+    for (QAbstractButton* b : QApplication::activeModalWidget()->findChildren<QAbstractButton*>())
+      if (b->text() == "Execute") return b->click();
+  });
+  ok &= Settled(w);
+  peaks.Inadequate().ChangeInadequateSpectrum();
+  ok &= Save(w, out + "/main-inadequate-folded.png");
+  GrabNextDialog(out + "/dialog-inadequate-extend.png", "Execute");
+  peaks.Inadequate().ExtendFoldedData();
+  ok &= Settled(w) && Save(w, out + "/main-inadequate-extended.png");
 
   GrabNextDialog(out + "/dialog-exit.png", "Do not Save");
   w.close();

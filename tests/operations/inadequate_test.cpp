@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+#include "support/synthetic_inadequate.h"
+
 namespace velk::test {
 namespace {
 
@@ -31,44 +33,8 @@ TEST(Inadequate, SpansThatCountAsFull) {
   EXPECT_EQ(InadequateFullOf(2500, 1000), 1);  // wider than needed
 }
 
-// 128 columns and 128 rows of 10 Hz: the carbon pairs (cA, cB) belong at F1 row cA + cB of the
-// doubled span, and appear folded at row (cA + cB - 64) mod 128.
-struct Pair {
-  int a, b;
-};
-const Pair kPairs[] = {{30, 50}, {40, 100}, {70, 105}, {25, 35}, {90, 100}};
-
-double Bump(double d) { return std::exp(-d * d / 1.5); }
-
-model::Spectrum2D FoldedSet() {
-  model::Spectrum2D s;
-  for (int a : {F1, F2}) {
-    s.axis[a].Point = 128;
-    s.axis[a].Resolution = 10;
-    s.axis[a].Frequency = 1280;
-    s.extras[a].absFreq0ppm = 100;
-    s.extras[a].ppmStep = 0.1;
-  }
-  model::AllocateSpectrum2D(s, 128, 128);
-  model::RebuildPpmTables(s);
-  for (int r = 0; r < 128; ++r)
-    for (int c = 0; c < 128; ++c) {
-      double v = 0;
-      for (const Pair& p : kPairs) {
-        const int folded = (p.a + p.b - 64 + 128) % 128;
-        const double dr = std::remainder(r - folded, 128.0);  // folded data repeat in F1
-        v += (Bump(c - p.a) + Bump(c - p.b)) * Bump(dr);
-      }
-      s.RR.at(c, r) = static_cast<float>(v);
-      s.IR.at(c, r) = s.RI.at(c, r) = s.II.at(c, r) = -0.5f * s.RR.at(c, r);
-    }
-  s.peaks.peaks.push_back({30, 16, 300.0f, 160.0f, 0, 0, 1.0f});
-  s.InadequateMode = 1;
-  return s;
-}
-
 TEST(Inadequate, ExtensionPutsFoldedPairsInPlace) {
-  model::Spectrum2D s = FoldedSet();
+  model::Spectrum2D s = FoldedInadequateSet();
   display::DisplayState view;
   view.ViewF1Start = 2.0f;
   view.ViewF1End = 3.0f;
@@ -82,7 +48,7 @@ TEST(Inadequate, ExtensionPutsFoldedPairsInPlace) {
   EXPECT_FLOAT_EQ(std::min(view.ViewF1Start, view.ViewF1End), s.ppmF1[0]);
   EXPECT_EQ(s.peaks.peaks[0].PosF1, 800.0f);  // 640 Hz up, with its row
 
-  for (const Pair& p : kPairs) {
+  for (const CarbonPair& p : kCarbonPairs) {
     EXPECT_NEAR(s.RR.at(p.a, p.a + p.b), 1.0, 0.02) << p.a << "," << p.b;
     EXPECT_NEAR(s.RR.at(p.b, p.a + p.b), 1.0, 0.02) << p.a << "," << p.b;
   }
@@ -90,7 +56,7 @@ TEST(Inadequate, ExtensionPutsFoldedPairsInPlace) {
   for (int r = 0; r < 256; ++r)
     for (int c = 0; c < 128; ++c) {
       bool nearTruth = false;
-      for (const Pair& p : kPairs)
+      for (const CarbonPair& p : kCarbonPairs)
         nearTruth |= std::abs(r - (p.a + p.b)) <= 4 && (std::abs(c - p.a) <= 4 || std::abs(c - p.b) <= 4);
       if (!nearTruth) {
         ASSERT_LT(std::fabs(s.RR.at(c, r)), 1e-3) << c << "," << r;
@@ -99,7 +65,7 @@ TEST(Inadequate, ExtensionPutsFoldedPairsInPlace) {
     }
   // The slope 2 line passes through the middle of every pair.
   const Slope2Line line = Slope2LineOf(s);
-  for (const Pair& p : kPairs) {
+  for (const CarbonPair& p : kCarbonPairs) {
     const double col = (p.a + p.b) / 2.0;
     const double row = line.row1 + (col - line.col1) * (line.row2 - line.row1) / (line.col2 - line.col1);
     EXPECT_NEAR(row, p.a + p.b, 1e-9);
@@ -109,14 +75,14 @@ TEST(Inadequate, ExtensionPutsFoldedPairsInPlace) {
 }
 
 TEST(Inadequate, TooLargeLeavesTheSetAsItWas) {
-  model::Spectrum2D s = FoldedSet();
+  model::Spectrum2D s = FoldedInadequateSet();
   s.axis[F1].Frequency = 0.1f;  // a doubled F2 span of 25600 times F1: far beyond the largest axis
   display::DisplayState view;
   const platform::Outcome out = ExtendFoldedData(s, view);
   EXPECT_EQ(out.code, 1);
   EXPECT_EQ(out.message.text, "Data Size is too large!");
   EXPECT_EQ(s.axis[F1].Point, 128);
-  EXPECT_EQ(s.RR.at(30, 16), FoldedSet().RR.at(30, 16));
+  EXPECT_EQ(s.RR.at(30, 16), FoldedInadequateSet().RR.at(30, 16));
 }
 
 }  // namespace

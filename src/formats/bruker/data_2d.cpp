@@ -157,6 +157,7 @@ platform::Outcome RDBru(const fs::path& ser, model::Spectrum2D& s, LoadState& st
   };
   const auto points = static_cast<std::int32_t>(complexPoints);
   for (std::int32_t r = 0; r < rows; ++r) {
+    if (!context.progress.Step(r, rows)) return {1, {}};  // quit: nothing to say
     if (!phase) {
       readRow(r, s.RR, s.IR, r, false);
       continue;
@@ -199,12 +200,14 @@ platform::Outcome RDBruP(const fs::path& file, model::Spectrum2D& s, LoadState& 
   // the low-frequency end.
   const std::uint64_t width = ElementWidth(data.type);
   std::uint64_t offset = 0;
-  for (std::int32_t bi = 0; bi < f1 / x1; ++bi)
+  for (std::int32_t bi = 0; bi < f1 / x1; ++bi) {
+    if (!context.progress.Step(bi, f1 / x1)) return {1, {}};  // quit: nothing to say
     for (std::int32_t bj = 0; bj < f2 / x2; ++bj)
       for (std::int32_t i = 0; i < x1; ++i, offset += x2 * width) {
         const auto run = target->row(f1 - 1 - i - bi * x1).subspan(static_cast<std::size_t>(f2 - (bj + 1) * x2), x2);
         DecodeElements(data.bytes, offset, run.size(), data.type, data.order, run, true);
       }
+  }
   return {};
 }
 
