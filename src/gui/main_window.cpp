@@ -29,6 +29,7 @@
 #include "gui/display_area_dialog.h"
 #include "gui/environment_dialog.h"
 #include "gui/grid_dialog.h"
+#include "gui/page_menu.h"
 #include "model/data_type.h"
 #include "document/transform.h"
 #include "document/read_data_set.h"
@@ -142,6 +143,8 @@ void MainWindow::BuildMenus() {
   file->addSeparator();
   file->addAction("Close (Discard Present Data)", this, [this] { DiscardData(); });
   file->addAction("Set Environment...", this, [this] { SetEnvironment(); });
+  file->addSeparator();
+  AddPageOutputActions(*file, this, session_, data_);
   file->addSeparator();
   file->addAction("E&xit", QKeySequence::Quit, this, [this] { close(); });
 

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
+#include <QMenuBar>
 #include <QImage>
 #include <QPrinterInfo>
 #include <QProcess>
@@ -16,9 +17,12 @@
 #include <chrono>
 #include <thread>
 
+#include "gui/main_window.h"
+#include "gui/page_menu.h"
 #include "gui/page_output.h"
 #include "gui/printer_setting_dialog.h"
 #include "model/data_type.h"
+#include "support/corpus.h"
 #include "support/scripted_prompt.h"
 #include "support/synthetic_2d.h"
 #include "support/temp_folder.h"
@@ -198,6 +202,30 @@ class PageOutputTest : public QObject {
     const QImage bmp(QString::fromStdString((folder / "shot.bmp").string()));
     QCOMPARE(bmp.width(), 794);  // 21 cm at 96 dots per inch
     QVERIFY(InkIn(bmp, 0.1, 0.15, 0.9, 0.6) > 0.002);
+  }
+
+  // The File menu of the main window saves the page of the spectrum it shows.
+  void SaveScreenFromTheMainWindow() {
+    test::TempFolder folder;
+    gui::MainWindow w({folder / "data", folder / "config", folder / "log", folder / "work", folder / "program"}, "");
+    w.resize(1000, 800);
+    w.show();
+    const std::string path = test::CorpusPath("bruker/cyclosporin_hsqc/3/pdata/1/2rr").string();
+    w.OpenFile(path);
+    QVERIFY(QTest::qWaitFor(
+        [&] { return !w.Opening() && w.View().spectrum && !w.Picture().Tracing() && !w.View().state.ContourDirty; }, 60000));
+
+    QStringList commands;
+    for (QAction* a : w.menuBar()->findChildren<QAction*>()) commands << a->text();
+    for (const char* command : {"Print...", "Present Paper", "Printer Setting...", "Save Screen as PNG...",
+                                "Save Screen as BMP...", "Save Screen as EMF...", "Save Screen as PDF...", "Save Screen as SVG..."})
+      QVERIFY2(commands.contains(command), command);
+    // What those commands draw: the page of the spectrum shown, with its parameters.
+    const gui::ShownPage page(w.Session(), w.View());
+    const std::filesystem::path pdf = folder / "hsqc-page.pdf";
+    QVERIFY(gui::WritePageFile(pdf, gui::ScreenFormat::Pdf, *page.content, *layout::PaperOf("A4", false)).ok());
+    const QString text = PdfText(QString::fromStdString(pdf.string()));
+    QVERIFY2(text.contains("F2-Nucleus") && text.contains("13C") && text.contains("1H"), qPrintable(text.left(600)));
   }
 
   void PrinterSettingAsAPersonUsesIt() {
