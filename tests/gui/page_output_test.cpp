@@ -2,6 +2,7 @@
 // scripts/setup-test-printer makes (text and picture of the resulting PDF checked), printed to a
 // PDF file, saved as EMF and opened by LibreOffice, and the "Printer Setting" dialog used as a
 // person does.
+#include <QBuffer>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
@@ -20,9 +21,11 @@
 #include "gui/main_window.h"
 #include "gui/page_menu.h"
 #include "gui/page_output.h"
+#include "gui/play_image.h"
 #include "gui/printer_setting_dialog.h"
 #include "model/data_type.h"
 #include "support/corpus.h"
+#include "support/recording_surface.h"
 #include "support/scripted_prompt.h"
 #include "support/synthetic_2d.h"
 #include "support/temp_folder.h"
@@ -226,6 +229,41 @@ class PageOutputTest : public QObject {
     QVERIFY(gui::WritePageFile(pdf, gui::ScreenFormat::Pdf, *page.content, *layout::PaperOf("A4", false)).ok());
     const QString text = PdfText(QString::fromStdString(pdf.string()));
     QVERIFY2(text.contains("F2-Nucleus") && text.contains("13C") && text.contains("1H"), qPrintable(text.left(600)));
+  }
+
+  // Image objects: PNG and JPEG images and SVG drawings stretched to their frame, damaged bytes refused.
+  void ImagesPlayIntoTheirFrame() {
+    QImage red(4, 2, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    const auto bytesOf = [](const QImage& image, const char* format) {
+      QByteArray data;
+      QBuffer buffer(&data);
+      buffer.open(QIODevice::WriteOnly);
+      image.save(&buffer, format);
+      return std::vector<std::uint8_t>(data.begin(), data.end());
+    };
+    const layout::PictureFrame frame{10, 20, 40, 30};
+    for (const char* format : {"PNG", "JPG"}) {
+      test::RecordingSurface surface;
+      QCOMPARE(gui::PlayImage(surface, bytesOf(red, format), frame), 0);
+      const auto images = surface.Of(test::Recorded::Image);
+      QCOMPARE(images.size(), std::size_t{1});
+      QCOMPARE(images[0]->width, 40);
+      QCOMPARE(images[0]->points[0], (platform::Point{10, 20}));
+    }
+    const std::string svg = R"(<?xml version="1.0"?><svg xmlns="http://www.w3.org/2000/svg" width="10" height="10">)"
+                            R"(<rect width="10" height="10" fill="blue"/></svg>)";
+    test::RecordingSurface drawing;
+    QCOMPARE(gui::PlayImage(drawing, std::vector<std::uint8_t>(svg.begin(), svg.end()), frame), 0);
+    QCOMPARE(drawing.Of(test::Recorded::Image).size(), std::size_t{1});
+
+    std::vector<std::uint8_t> broken = bytesOf(red, "PNG");
+    broken.resize(20);
+    const std::string notSvg = "<svg unclosed";
+    test::RecordingSurface none;
+    QCOMPARE(gui::PlayImage(none, broken, frame), 1);
+    QCOMPARE(gui::PlayImage(none, std::vector<std::uint8_t>(notSvg.begin(), notSvg.end()), frame), 1);
+    QVERIFY(none.calls.empty());
   }
 
   void PrinterSettingAsAPersonUsesIt() {

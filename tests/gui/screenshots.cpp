@@ -11,6 +11,7 @@
 #include <cstdio>
 
 #include "gui/main_window.h"
+#include "gui/page_output.h"
 #include "gui/splash.h"
 #include "gui/window_dialog.h"
 #include "ft_steps.h"
@@ -101,6 +102,11 @@ int main(int argc, char** argv) {
   });
   w.SetUpGrid();
   ok &= Save(w, out + "/main-hsqc-zoom-grid.png");
+  GrabNextDialog(out + "/dialog-printer-setting.png", "Cancel");
+  {
+    layout::PrintSetup setup;
+    gui::OpenPrinterSetting(&w, setup);
+  }
 
   // The HSQC's raw FID in the FT window: a row near the top of the FID in the F2 view, the
   // column of the largest signal in the F1 view; then "Exit without FFT".
