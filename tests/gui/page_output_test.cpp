@@ -3,7 +3,9 @@
 // PDF file, saved as EMF and opened by LibreOffice, and the "Printer Setting" dialog used as a
 // person does.
 #include <QBuffer>
+#include <QClipboard>
 #include <QComboBox>
+#include <QMimeData>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QMenuBar>
@@ -22,6 +24,7 @@
 #include "gui/page_menu.h"
 #include "gui/page_output.h"
 #include "gui/play_image.h"
+#include "layout/print_set.h"
 #include "gui/printer_setting_dialog.h"
 #include "model/data_type.h"
 #include "support/corpus.h"
@@ -264,6 +267,45 @@ class PageOutputTest : public QObject {
     QCOMPARE(gui::PlayImage(none, broken, frame), 1);
     QCOMPARE(gui::PlayImage(none, std::vector<std::uint8_t>(notSvg.begin(), notSvg.end()), frame), 1);
     QVERIFY(none.calls.empty());
+  }
+
+  // The copy area goes to the clipboard as a metafile, an SVG drawing and a bitmap of its size.
+  void CopyAreaAndPrintSets() {
+    TestPage page;
+    const layout::Paper a4 = *layout::PaperOf("A4", false);
+    const gui::AreaCm area{1.5, 1.0, 12.0, 8.0};
+    QCOMPARE(QString::fromStdString(gui::CopyAreaText(area, 96)), QString("Copy Area 12.00x8.00 cm 454x302 dot"));
+    QVERIFY(gui::CopyAreaToClipboard(*page.content, a4, area));
+    const QMimeData* copied = QApplication::clipboard()->mimeData();
+    QVERIFY(copied && copied->hasImage() && copied->hasFormat("image/svg+xml") && copied->hasFormat("image/x-emf"));
+    const QImage image = qvariant_cast<QImage>(copied->imageData());
+    QCOMPARE(image.size(), QSize(454, 302));
+    QVERIFY2(InkIn(image, 0.0, 0.0, 1.0, 0.15) > 0.01, "the comment lies in the area's top");
+    const QByteArray emf = copied->data("image/x-emf");
+    test::RecordingSurface played;
+    QCOMPARE(layout::PlayPicture(played, std::span(reinterpret_cast<const std::uint8_t*>(emf.constData()),
+                                                   static_cast<std::size_t>(emf.size())),
+                                 layout::PictureFrame{0, 0, 454, 302}),
+             0);
+    QVERIFY(!played.Of(test::Recorded::Text).empty());
+    QVERIFY(!gui::CopyAreaToClipboard(*page.content, a4, {1, 1, 0, 5}));
+
+    // Print sets through their dialogs: the name checked, an unknown first line refused.
+    test::TempFolder folder;
+    core::Settings set = layout::DefaultPrintSet();
+    core::SetNumber(set, "GRID COL", 255);
+    test::ScriptedPrompt prompt;
+    prompt.files = {(folder / "colours.prt").string(), (folder / "colours").string(), (folder / "colours.pr2").string(),
+                    folder.Write("other.pr2", "2D Initial Setting Ver.4\r\nGRID COL ; 0\r\n").string()};
+    QCOMPARE(gui::SavePrintSetFile(set, prompt).code, 1);
+    QCOMPARE(QString::fromStdString(prompt.shown.back().text), QString("Invalid File, or\nExtension of File is not .PR2"));
+    QCOMPARE(gui::SavePrintSetFile(set, prompt).code, 0);
+    core::Settings back = layout::DefaultPrintSet();
+    QCOMPARE(gui::ReadPrintSetFile(back, prompt).code, 0);
+    QCOMPARE(core::Number(back, "GRID COL"), 255.0);
+    QCOMPARE(gui::ReadPrintSetFile(back, prompt).code, 1);
+    QCOMPARE(core::Number(back, "GRID COL"), 255.0);
+    QCOMPARE(core::Number(layout::StartingPrintSet(folder.path), "GRID COL"), 0.0);
   }
 
   void PrinterSettingAsAPersonUsesIt() {
