@@ -29,6 +29,7 @@
 #include "gui/display_area_dialog.h"
 #include "gui/environment_dialog.h"
 #include "gui/grid_dialog.h"
+#include "gui/page_menu.h"
 #include "gui/peak_picking.h"
 #include "gui/print_preview.h"
 #include "model/data_type.h"
@@ -150,6 +151,8 @@ void MainWindow::BuildMenus() {
   file->addAction("Print / Edit", QKeySequence::Print, this, [this] { OpenPrintPreview(); });
   file->addAction("Close (Discard Present Data)", this, [this] { DiscardData(); });
   file->addAction("Set Environment...", this, [this] { SetEnvironment(); });
+  file->addSeparator();
+  AddPageOutputActions(*file, this, session_, *view_);
   file->addSeparator();
   file->addAction("E&xit", QKeySequence::Quit, this, [this] { close(); });
 

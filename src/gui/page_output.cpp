@@ -15,6 +15,7 @@
 #include "core/atomic_write.h"
 #include "layout/emf_recorder.h"
 #include "layout/output_file_name.h"
+#include "layout/print_set.h"
 #include "layout/shifted_surface.h"
 #include "platform/qt/picture_file.h"
 #include "platform/qt/qt_surface.h"
@@ -109,6 +110,36 @@ platform::Outcome SaveScreen(QWidget*, ScreenFormat format, const layout::PageCo
   platform::Outcome written = WritePageFile(*name, format, content, paper);
   QApplication::restoreOverrideCursor();
   if (written.code == -1) prompt.Ask(written.message);
+  return written;
+}
+
+namespace {
+
+std::optional<std::string> ChoosePrintSet(const char* title, bool forSaving, platform::Prompt& prompt) {
+  const std::optional<std::string> chosen =
+      prompt.ChooseFile(title, {{layout::kPrintSetFilterLabel, layout::kPrintSetFilterPattern}}, forSaving);
+  if (!chosen) return std::nullopt;
+  platform::Message refusal;
+  std::optional<std::string> name = layout::OutputFileName(*chosen, "PR2", refusal);
+  if (!name) prompt.Ask(refusal);
+  return name;
+}
+
+}  // namespace
+
+platform::Outcome ReadPrintSetFile(core::Settings& set, platform::Prompt& prompt) {
+  const std::optional<std::string> name = ChoosePrintSet("Read Print Set", false, prompt);
+  if (!name) return {1, {}};
+  const platform::Outcome read = layout::ReadPrintSet(*name, set);
+  if (!read.ok()) prompt.Ask(read.message);
+  return read;
+}
+
+platform::Outcome SavePrintSetFile(const core::Settings& set, platform::Prompt& prompt) {
+  const std::optional<std::string> name = ChoosePrintSet("Save Print Set", true, prompt);
+  if (!name) return {1, {}};
+  const platform::Outcome written = layout::WritePrintSet(*name, set);
+  if (!written.ok()) prompt.Ask(written.message);
   return written;
 }
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "core/settings.h"
 #include "layout/print_setup.h"
 #include "layout/render_page.h"
 #include "operations/peak_print_list.h"
@@ -51,6 +52,13 @@ platform::Outcome SaveScreen(QWidget* parent, ScreenFormat format, const layout:
 platform::Outcome WritePageFile(const std::filesystem::path& file, ScreenFormat format,
                                 const layout::PageContent& content, const layout::Paper& paper,
                                 double dotsPerInch = 96);
+
+// Read print set, Save print set: a ".pr2" file chosen with the filter "Print Env. & Color
+// Setting"; a refused file ("Invalid File, or" / "Extension of File is not .PR2", or an unknown
+// first line) leaves the set as it was. Code 0 done, 1 cancelled or refused, -1 failed; the
+// messages have been shown.
+platform::Outcome ReadPrintSetFile(core::Settings& set, platform::Prompt& prompt);
+platform::Outcome SavePrintSetFile(const core::Settings& set, platform::Prompt& prompt);
 
 // An area of the page in centimetres from its top-left corner.
 struct AreaCm {

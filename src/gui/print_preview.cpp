@@ -16,6 +16,7 @@
 
 #include "display/levels.h"
 #include "gui/coded_text_editor.h"
+#include "gui/page_menu.h"
 #include "gui/page_output.h"
 #include "gui/page_property_dialogs.h"
 #include "layout/page_store.h"
@@ -62,7 +63,7 @@ void Tell(QWidget* parent, const platform::Outcome& outcome) {
 
 }  // namespace
 
-PrintPreview::PrintPreview(document::Session& session, const ViewData& view, std::function<bool()> save,
+PrintPreview::PrintPreview(document::Session& session, const SpectrumView& shown, std::function<bool()> save,
                            platform::Prompt& prompt, QWidget* parent)
     : QMainWindow(parent),
       session_(session),
@@ -70,16 +71,11 @@ PrintPreview::PrintPreview(document::Session& session, const ViewData& view, std
       save_(std::move(save)),
       prompt_(prompt),
       setup_(layout::PrintSetupFromSettings(session.settings2D)),
-      setting_(view.setting),
-      state_(view.state),
-      pulseModeClass_(view.pulseModeClass),
-      captionF2_(view.captionF2),
-      captionF1_(view.captionF1),
+      shown_(shown),
       parameters_(layout::DefaultParameterList()) {
   setWindowTitle("Print Preview");
   setWindowFlag(Qt::Window);
   setWindowModality(Qt::ApplicationModal);  // the data stay as they are while their page is edited
-  state_.SliceF1 = state_.SliceF2 = -1;
   page_ = layout::ReadStoredPage(doc_.spectrum.carried, layout::PageAreaOf(setup_.page));
 
   view_ = new PageView(
@@ -194,19 +190,12 @@ void PrintPreview::RenderFrames(platform::Surface& surface, double dotsPerInch) 
 }
 
 void PrintPreview::WithContent(bool objects, const std::function<void(const layout::PageContent&)>& use) {
-  const model::Spectrum2D& s = doc_.spectrum;
-  const display::TraceKind traces = display::HasNegativeSide(setting_, pulseModeClass_)
-                                        ? display::TraceKind::ProjectionPosNeg
-                                        : display::TraceKind::Projection;
-  const display::MainViewInput input{s, pulseModeClass_, setting_, state_, traces, captionF2_, captionF1_};
-  layout::ParameterSource source{.s = s};
-  const std::time_t now = std::time(nullptr);
-  localtime_r(&now, &source.printTime);
-  if (doc_.companionF2.params.POINT > 0) source.f2TraceName = doc_.companionF2.texts.fileName;
-  if (doc_.companionF1.params.POINT > 0) source.f1TraceName = doc_.companionF1.texts.fileName;
+  display::MainViewInput input = shown_.Input();
+  input.view.SliceF1 = input.view.SliceF2 = -1;  // the slice cursors are the window's, not the page's
+  const layout::ParameterSource source = PageSource(doc_);
   const layout::LayoutDocument none;
   const layout::PictureDecoder pictures = platform::qt::DecodePicture;
-  use({input, parameters_, source, s.comment, objects ? page_.objects : none, &page_.frames, &pictures});
+  use({input, parameters_, source, doc_.spectrum.comment, objects ? page_.objects : none, &page_.frames, &pictures});
 }
 
 void PrintPreview::Print(bool askSetting) {

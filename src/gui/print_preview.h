@@ -26,9 +26,10 @@ class PrintPreview final : public QMainWindow {
   Q_OBJECT
 
  public:
-  // `save` is the main window's "Save" (it asks for the file name).
-  PrintPreview(document::Session& session, const ViewData& view, std::function<bool()> save, platform::Prompt& prompt,
-               QWidget* parent);
+  // The page shows the session's spectrum as `shown` draws it. `save` is the main window's "Save"
+  // (it asks for the file name).
+  PrintPreview(document::Session& session, const SpectrumView& shown, std::function<bool()> save,
+               platform::Prompt& prompt, QWidget* parent);
 
   const layout::EditedPage& Page() const { return page_; }
   PageView& View() { return *view_; }
@@ -69,10 +70,7 @@ class PrintPreview final : public QMainWindow {
   std::function<bool()> save_;
   platform::Prompt& prompt_;
   layout::PrintSetup setup_;
-  display::ContourSetting setting_;
-  display::DisplayState state_;
-  int pulseModeClass_;
-  std::string captionF2_, captionF1_;
+  const SpectrumView& shown_;
   layout::ParameterList parameters_;
   layout::EditedPage page_;
   layout::PageUndo undo_;

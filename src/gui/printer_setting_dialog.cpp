@@ -89,6 +89,7 @@ PrinterSettingDialog::PrinterSettingDialog(const layout::PrintSetup& setup, QWid
   bind->setEnabled(setup.dualSide);
   connect(dualSide_, &QCheckBox::toggled, bind, &QWidget::setEnabled);
   listOnReverse_ = new QRadioButton("Peak List on reverse side", dual);
+  listOnReverse_->setToolTip("Without dual side printing the peak list comes on a sheet of its own");
   auto* without = new QRadioButton("without reverse side", dual);
   auto* reverse = new QWidget(dual);
   auto* reverseColumn = new QVBoxLayout(reverse);

@@ -120,4 +120,10 @@ platform::Outcome WritePrintSet(const std::filesystem::path& file, const core::S
   return core::WriteAtomically(file, [&](std::ostream& stream) { return core::WriteSettings(stream, out); });
 }
 
+core::Settings StartingPrintSet(const std::filesystem::path& settingsFolder) {
+  core::Settings set = DefaultPrintSet();
+  ReadPrintSet(settingsFolder / kDefaultPrintSetName, set);
+  return set;
+}
+
 }  // namespace velk::layout

@@ -28,4 +28,7 @@ platform::Outcome ReadPrintSet(std::istream& in, core::Settings& set);
 // Writes the whole set, version 4, atomically.
 platform::Outcome WritePrintSet(const std::filesystem::path& file, const core::Settings& set);
 
+// The set a page starts with: "2D.PR2" of the settings folder when it reads, else the defaults.
+core::Settings StartingPrintSet(const std::filesystem::path& settingsFolder);
+
 }  // namespace velk::layout

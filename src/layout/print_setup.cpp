@@ -70,6 +70,7 @@ Paper PageAreaOf(const PaperChoice& choice) {
 
 PrintSetup PrintSetupFromSettings(const core::Settings& s) {
   PrintSetup setup;
+  setup.printer = core::Text(s, "USER PRINTER");
   setup.page = ChoiceFromSettings(s, "PAPER SIZE", "PAPER BIN", "PAPER ORIENTATION", setup.page);
   setup.list = ChoiceFromSettings(s, "PAPER SIZE LIST", "PAPER BIN LIST", "PAPER ORIENT LIST", setup.list);
   const long duplex = std::lround(core::Number(s, "PAPER DUPLEX"));
@@ -85,6 +86,7 @@ PrintSetup PrintSetupFromSettings(const core::Settings& s) {
 }
 
 void StorePrintSetup(const PrintSetup& setup, core::Settings& s) {
+  core::Set(s, "USER PRINTER", setup.printer);
   StoreChoice(setup.page, s, "PAPER SIZE", "PAPER BIN", "PAPER ORIENTATION");
   StoreChoice(setup.list, s, "PAPER SIZE LIST", "PAPER BIN LIST", "PAPER ORIENT LIST");
   core::SetNumber(s, "PAPER DUPLEX", !setup.dualSide ? kSimplex : setup.bind == BindSide::Upper ? kShortEdge : kLongEdge);

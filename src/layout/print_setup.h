@@ -51,7 +51,7 @@ Paper SheetOf(const PaperChoice& choice);
 // column (8.5 cm half, 17.5 cm full) with the page's proportions, at the sheet's top left.
 Paper PageAreaOf(const PaperChoice& choice);
 
-// The setup kept in the 2D settings ("PAPER SIZE" ... "PAPER DUPLEX LIST", "PRINT LIST ON BACK",
+// The setup kept in the 2D settings ("USER PRINTER", "PAPER SIZE" ... "PRINT LIST ON BACK",
 // "PRNT LIST FONT ..."), in the printer interface's numbers (A4 9, landscape 2, automatic bin 7).
 PrintSetup PrintSetupFromSettings(const core::Settings& settings);
 void StorePrintSetup(const PrintSetup& setup, core::Settings& settings);

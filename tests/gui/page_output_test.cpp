@@ -2,9 +2,13 @@
 // scripts/setup-test-printer makes (text and picture of the resulting PDF checked), printed to a
 // PDF file, saved as EMF and opened by LibreOffice, and the "Printer Setting" dialog used as a
 // person does.
+#include <QBuffer>
+#include <QClipboard>
 #include <QComboBox>
+#include <QMimeData>
 #include <QDialogButtonBox>
 #include <QDir>
+#include <QMenuBar>
 #include <QImage>
 #include <QPrinterInfo>
 #include <QProcess>
@@ -16,9 +20,16 @@
 #include <chrono>
 #include <thread>
 
+#include "gui/main_window.h"
+#include "gui/page_menu.h"
 #include "gui/page_output.h"
+#include "platform/qt/picture_decode.h"
+#include "layout/play_picture.h"
+#include "layout/print_set.h"
 #include "gui/printer_setting_dialog.h"
 #include "model/data_type.h"
+#include "support/corpus.h"
+#include "support/recording_surface.h"
 #include "support/scripted_prompt.h"
 #include "support/synthetic_2d.h"
 #include "support/temp_folder.h"
@@ -198,6 +209,106 @@ class PageOutputTest : public QObject {
     const QImage bmp(QString::fromStdString((folder / "shot.bmp").string()));
     QCOMPARE(bmp.width(), 794);  // 21 cm at 96 dots per inch
     QVERIFY(InkIn(bmp, 0.1, 0.15, 0.9, 0.6) > 0.002);
+  }
+
+  // The File menu of the main window saves the page of the spectrum it shows.
+  void SaveScreenFromTheMainWindow() {
+    test::TempFolder folder;
+    gui::MainWindow w({folder / "data", folder / "config", folder / "log", folder / "work", folder / "program"}, "");
+    w.resize(1000, 800);
+    w.show();
+    const std::string path = test::CorpusPath("bruker/cyclosporin_hsqc/3/pdata/1/2rr").string();
+    w.OpenFile(path);
+    QVERIFY(QTest::qWaitFor(
+        [&] { return !w.Opening() && w.Picture().Shown() && !w.Picture().Tracing() && !w.Document().view.ContourDirty; }, 60000));
+
+    QStringList commands;
+    for (QAction* a : w.menuBar()->findChildren<QAction*>()) commands << a->text();
+    for (const char* command : {"Print...", "Present Paper", "Printer Setting...", "Save Screen as PNG...",
+                                "Save Screen as BMP...", "Save Screen as EMF...", "Save Screen as PDF...", "Save Screen as SVG..."})
+      QVERIFY2(commands.contains(command), command);
+    // What those commands draw: the page of the spectrum shown, with its parameters.
+    const layout::Paper a4 = *layout::PaperOf("A4", false);
+    const gui::ShownPage page(w.Document(), w.Picture(), a4);
+    const std::filesystem::path pdf = folder / "hsqc-page.pdf";
+    QVERIFY(gui::WritePageFile(pdf, gui::ScreenFormat::Pdf, page.content, a4).ok());
+    const QString text = PdfText(QString::fromStdString(pdf.string()));
+    QVERIFY2(text.contains("F2-Nucleus") && text.contains("13C") && text.contains("1H"), qPrintable(text.left(600)));
+  }
+
+  // The pictures of image objects: PNG and JPEG images and SVG drawings stretched to their frame's
+  // size, damaged bytes refused.
+  void PicturesDecodeToTheirFrame() {
+    QImage red(4, 2, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    const auto bytesOf = [](const QImage& image, const char* format) {
+      QByteArray data;
+      QBuffer buffer(&data);
+      buffer.open(QIODevice::WriteOnly);
+      image.save(&buffer, format);
+      return std::vector<std::uint8_t>(data.begin(), data.end());
+    };
+    const auto centre = [](const platform::Image& image) {
+      return QColor::fromRgb(image.pixels[static_cast<std::size_t>(image.height / 2 * image.width + image.width / 2)]);
+    };
+    for (const char* format : {"PNG", "JPG"}) {
+      const auto image = platform::qt::DecodePicture(bytesOf(red, format), 40, 30);
+      QVERIFY2(image, format);
+      QCOMPARE(image->width, 40);
+      QCOMPARE(image->height, 30);
+      QVERIFY(centre(*image).red() > 200 && centre(*image).green() < 60);
+    }
+    const std::string svg = R"(<?xml version="1.0"?><svg xmlns="http://www.w3.org/2000/svg" width="10" height="10">)"
+                            R"(<rect width="10" height="10" fill="blue"/></svg>)";
+    const auto drawing = platform::qt::DecodePicture(std::vector<std::uint8_t>(svg.begin(), svg.end()), 40, 30);
+    QVERIFY(drawing);
+    QCOMPARE(drawing->width, 40);
+    QVERIFY(centre(*drawing).blue() > 200 && centre(*drawing).red() < 60);
+
+    std::vector<std::uint8_t> broken = bytesOf(red, "PNG");
+    broken.resize(20);
+    const std::string notSvg = "<svg unclosed";
+    QVERIFY(!platform::qt::DecodePicture(broken, 40, 30));
+    QVERIFY(!platform::qt::DecodePicture(std::vector<std::uint8_t>(notSvg.begin(), notSvg.end()), 40, 30));
+  }
+
+  // The copy area goes to the clipboard as a metafile, an SVG drawing and a bitmap of its size.
+  void CopyAreaAndPrintSets() {
+    TestPage page;
+    const layout::Paper a4 = *layout::PaperOf("A4", false);
+    const gui::AreaCm area{1.5, 1.0, 12.0, 8.0};
+    QCOMPARE(QString::fromStdString(gui::CopyAreaText(area, 96)), QString("Copy Area 12.00x8.00 cm 454x302 dot"));
+    QVERIFY(gui::CopyAreaToClipboard(*page.content, a4, area));
+    const QMimeData* copied = QApplication::clipboard()->mimeData();
+    QVERIFY(copied && copied->hasImage() && copied->hasFormat("image/svg+xml") && copied->hasFormat("image/x-emf"));
+    const QImage image = qvariant_cast<QImage>(copied->imageData());
+    QCOMPARE(image.size(), QSize(454, 302));
+    QVERIFY2(InkIn(image, 0.0, 0.0, 1.0, 0.15) > 0.01, "the comment lies in the area's top");
+    const QByteArray emf = copied->data("image/x-emf");
+    test::RecordingSurface played;
+    QCOMPARE(layout::PlayPicture(played, std::span(reinterpret_cast<const std::uint8_t*>(emf.constData()),
+                                                   static_cast<std::size_t>(emf.size())),
+                                 layout::PictureFrame{0, 0, 454, 302}),
+             0);
+    QVERIFY(!played.Of(test::Recorded::Text).empty());
+    QVERIFY(!gui::CopyAreaToClipboard(*page.content, a4, {1, 1, 0, 5}));
+
+    // Print sets through their dialogs: the name checked, an unknown first line refused.
+    test::TempFolder folder;
+    core::Settings set = layout::DefaultPrintSet();
+    core::SetNumber(set, "GRID COL", 255);
+    test::ScriptedPrompt prompt;
+    prompt.files = {(folder / "colours.prt").string(), (folder / "colours").string(), (folder / "colours.pr2").string(),
+                    folder.Write("other.pr2", "2D Initial Setting Ver.4\r\nGRID COL ; 0\r\n").string()};
+    QCOMPARE(gui::SavePrintSetFile(set, prompt).code, 1);
+    QCOMPARE(QString::fromStdString(prompt.shown.back().text), QString("Invalid File, or\nExtension of File is not .PR2"));
+    QCOMPARE(gui::SavePrintSetFile(set, prompt).code, 0);
+    core::Settings back = layout::DefaultPrintSet();
+    QCOMPARE(gui::ReadPrintSetFile(back, prompt).code, 0);
+    QCOMPARE(core::Number(back, "GRID COL"), 255.0);
+    QCOMPARE(gui::ReadPrintSetFile(back, prompt).code, 1);
+    QCOMPARE(core::Number(back, "GRID COL"), 255.0);
+    QCOMPARE(core::Number(layout::StartingPrintSet(folder.path), "GRID COL"), 0.0);
   }
 
   void PrinterSettingAsAPersonUsesIt() {

@@ -2,7 +2,9 @@
 // page, add one object of each kind, move and resize one, undo, save, open the file again and find
 // the page as it was left. And the text editor with its bracket notation.
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QTextEdit>
 #include <QTimer>
@@ -56,6 +58,21 @@ gui::PrintPreview* OpenPreview(gui::MainWindow& w) {
   auto* preview = w.findChild<gui::PrintPreview*>();
   if (preview) QTest::qWaitFor([&] { return !preview->View().FramesPicture().isNull(); }, 20000);
   return preview;
+}
+
+// The main window's question of what to save, answered "Save All Data": its recommendation, when
+// one comes first, taken with OK.
+void SaveAllDataNext() {
+  QTimer::singleShot(20, [] {
+    QWidget* modal = QApplication::activeModalWidget();
+    if (auto* box = qobject_cast<QMessageBox*>(modal)) {
+      box->button(QMessageBox::Ok) ? box->button(QMessageBox::Ok)->click() : box->accept();
+    } else if (auto* choice = qobject_cast<QInputDialog*>(modal)) {
+      choice->setTextValue(choice->comboBoxItems().value(0));
+      return choice->accept();
+    }
+    SaveAllDataNext();
+  });
 }
 
 int CountColour(const QImage& image, QRgb colour) {
@@ -141,6 +158,7 @@ class PrintPreviewTest : public QObject {
     WithNextDialog<QFileDialog>([saved](QFileDialog& d) {
       d.selectFile(saved);
       static_cast<QDialog&>(d).done(QDialog::Accepted);
+      SaveAllDataNext();
     });
     Action(preview->menuBar(), "Save...")->trigger();
     QVERIFY(QFile::exists(saved));

@@ -14,8 +14,11 @@
 
 #include "document/write_data_set.h"
 #include "gui/main_window.h"
+#include "gui/coded_text_editor.h"
 #include "gui/inadequate_menu.h"
+#include "gui/page_output.h"
 #include "gui/peak_picking.h"
+#include "gui/print_preview.h"
 #include "model/data_type.h"
 #include "native/ver4_file.h"
 #include "support/synthetic_inadequate.h"
@@ -139,6 +142,24 @@ int main(int argc, char** argv) {
   ok &= Save(w, out + "/main-hsqc-zoom-grid.png");
   ok &= SaveMenu(w, "&Edit", out + "/menu-edit.png");  // "UnDo(Change Grid)"
   ok &= SaveMenu(w, "&File", out + "/menu-file.png");
+
+  // "Print / Edit" on the zoomed HSQC with its grid, and the text editor of a comment.
+  if (gui::PrintPreview* preview = w.OpenPrintPreview()) {
+    QTest::qWaitFor([&] { return !preview->View().FramesPicture().isNull(); }, 20000);
+    ok &= Save(*preview, out + "/print-preview.png");
+    preview->close();
+  }
+  {
+    gui::CodedTextEditor editor("Text Input", "\\< \\g1 a\\g0 -helix 10\\+1 3\\+0 ", {}, {}, &w);
+    editor.show();
+    QTest::qWait(50);
+    ok &= Save(editor, out + "/dialog-text-editor.png");
+  }
+  GrabNextDialog(out + "/dialog-printer-setting.png", "Cancel");
+  {
+    layout::PrintSetup setup;
+    gui::OpenPrinterSetting(&w, setup);
+  }
 
   // Save of the phase-sensitive HSQC asks what to keep (the window's own question, without its
   // file dialog); it is left with "Cancel".
