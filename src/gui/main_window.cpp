@@ -261,6 +261,7 @@ void MainWindow::OpenFile(std::optional<std::string> name) {
 void MainWindow::OpenFtWindow() {
   const std::string title = windowTitle().toStdString();
   ft_ = new FtDialog(session_.document, session_.run.FidWorkFile(), prompt_, this);
+  ft_->SetExpressions(&session_.windowExpressions);
   connect(ft_, &FtDialog::ended, this, [this, title](bool transformed) {
     ft_->deleteLater();
     ft_ = nullptr;
