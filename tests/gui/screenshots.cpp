@@ -14,6 +14,7 @@
 #include "gui/splash.h"
 #include "gui/window_dialog.h"
 #include "ft_steps.h"
+#include "page_screenshots.h"
 #include "support/temp_folder.h"
 
 using namespace velk;
@@ -102,8 +103,14 @@ int main(int argc, char** argv) {
   w.SetUpGrid();
   ok &= Save(w, out + "/main-hsqc-zoom-grid.png");
 
+  // The page of the whole HSQC in "Print Preview", and the text editor.
+  w.FullView();
+  ok &= Settled(w) && test::PagePictures(w, out);
+
   // The HSQC's raw FID in the FT window: a row near the top of the FID in the F2 view, the
   // column of the largest signal in the F1 view; then "Exit without FFT".
+  // The page was edited: opening the FID asks about the data first.
+  if (argc == 5) GrabNextDialog(out + "/dialog-open-changed.png", "Do not Save");
   if (argc == 5 && (ft = test::OpenFid(w, argv[4]))) {
     ft->resize(1100, 720);
     document::FtWindow& state = ft->State();
