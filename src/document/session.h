@@ -19,6 +19,7 @@
 #include "model/spectrum.h"
 #include "platform/launcher.h"
 #include "platform/prompt.h"
+#include "processing/window_expressions.h"
 
 namespace velk::document {
 
@@ -45,6 +46,7 @@ struct Session {
   std::string closeCommand;
   std::filesystem::path tempSnapshotName;
   std::string processingMethod;  // "PHA" or "ABS" in the FT window
+  processing::WindowExpressions windowExpressions = processing::DefaultWindowExpressions();
   std::string windowTitle;
   std::map<int, std::filesystem::path> lastFolderOfFormat;
 };

@@ -199,6 +199,7 @@ QWidget* FtDialog::BuildPhase(bool first) {
 
 WindowDialog* FtDialog::EditWindow() {
   auto* editor = new WindowDialog(*state_, [this] { Redraw(); }, this, clock_);
+  if (expressions_) editor->SetExpressions(*expressions_);
   editor->setAttribute(Qt::WA_DeleteOnClose);
   editor->open();
   return editor;

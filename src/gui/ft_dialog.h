@@ -8,6 +8,7 @@
 
 #include "document/ft_window.h"
 #include "gui/step_label.h"
+#include "processing/window_expressions.h"
 #include "gui/worker.h"
 #include "platform/prompt.h"
 
@@ -36,6 +37,8 @@ class FtDialog final : public QDialog {
   void Execute();
   // "Set Window Function" for the axis shown; the editor is open when this returns.
   WindowDialog* EditWindow();
+  // The session's function expressions, which the window editor shows and edits.
+  void SetExpressions(processing::WindowExpressions* expressions) { expressions_ = expressions; }
 
  signals:
   // The tag of the end: "OK" after the transform, "CANCEL" when the FID stays raw.
@@ -56,6 +59,7 @@ class FtDialog final : public QDialog {
   std::filesystem::path workFile_;
   platform::Prompt& prompt_;
   Clock clock_;
+  processing::WindowExpressions* expressions_ = nullptr;
   Worker worker_;
   bool done_ = false;
   TracePanel* panel_ = nullptr;

@@ -303,6 +303,7 @@ void MainWindow::Read(std::function<document::OpenResult()> read) {
 void MainWindow::OpenFtWindow() {
   const std::string title = windowTitle().toStdString();
   ft_ = new FtDialog(session_.document, session_.run.FidWorkFile(), prompt_, this);
+  ft_->SetExpressions(&session_.windowExpressions);
   connect(ft_, &FtDialog::ended, this, [this, title](bool transformed) {
     ft_->deleteLater();
     ft_ = nullptr;

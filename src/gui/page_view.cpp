@@ -89,7 +89,7 @@ void PageView::paintEvent(QPaintEvent*) {
     framesStale_ = false;
   }
   QPainter painter(this);
-  painter.fillRect(rect(), QColor(128, 128, 128));
+  painter.fillRect(rect(), palette().color(QPalette::Dark));
   painter.fillRect(kMargin + 3, kMargin + 3, e.width, e.height, QColor(90, 90, 90));  // the paper's shadow
   painter.drawImage(kMargin, kMargin, frames_);
   painter.save();

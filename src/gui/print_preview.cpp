@@ -368,6 +368,13 @@ void PrintPreview::SetZoom(int percent) {
   if (i >= 0) zoom_->setCurrentIndex(i);
 }
 
+void PrintPreview::ChangeObjects(int undoCode, const std::function<void(layout::EditedPage&)>& change) {
+  undo_.Push(std::make_unique<layout::ObjectsCommand>(undoCode, page_.objects));
+  change(page_);
+  view_->ObjectsChanged();
+  Changed();
+}
+
 QString PrintPreview::UndoText() const { return undoAction_->text(); }
 QString PrintPreview::StatusText() const { return status_->text(); }
 

@@ -50,6 +50,8 @@ class PrintPreview final : public QMainWindow {
   void ChangeProperty();
   void EditComment();
   void SetZoom(int percent);
+  // A change of the objects made by the caller (a script, the screenshots), undone like the others.
+  void ChangeObjects(int undoCode, const std::function<void(layout::EditedPage&)>& change);
 
  private:
   void BuildMenus();

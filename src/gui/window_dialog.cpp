@@ -11,6 +11,11 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "gui/coded_text_editor.h"
+#include "layout/coded_text.h"
+#include "layout/draw_coded_text.h"
+#include "platform/qt/qt_surface.h"
+
 namespace velk::gui {
 
 namespace {
@@ -64,6 +69,26 @@ class CurvePicture final : public QWidget {
   const document::FtWindow& state_;
 };
 
+// The coded text as it prints, on the dialog's background.
+QPixmap CodedTextPicture(const std::string& text, const QColor& background) {
+  const layout::TextFont font{"Sans Serif", 11};
+  QImage scratch(1, 1, QImage::Format_ARGB32_Premultiplied);
+  platform::Extent size;
+  {
+    QPainter painter(&scratch);
+    platform::qt::QtSurface surface(painter, {1, 1});
+    size = layout::MeasureCodedText(surface, text, font, 1.4);
+  }
+  QImage image(std::max(1, size.width + 8), std::max(1, size.height + 6), QImage::Format_ARGB32_Premultiplied);
+  image.fill(background);
+  {
+    QPainter painter(&image);
+    platform::qt::QtSurface surface(painter, {image.width(), image.height()});
+    layout::DrawCodedText(surface, {4, 3, 1.4}, text, font, platform::kBlack);
+  }
+  return QPixmap::fromImage(image);
+}
+
 }  // namespace
 
 WindowDialog::WindowDialog(document::FtWindow& state, std::function<void()> changed, QWidget* parent, Clock clock)
@@ -116,6 +141,20 @@ WindowDialog::WindowDialog(document::FtWindow& state, std::function<void()> chan
 
   curve_ = new CurvePicture(state_, this);
   layout->addWidget(curve_, 1);
+  expressionRow_ = new QWidget(this);
+  auto* expressionLayout = new QHBoxLayout(expressionRow_);
+  expressionLayout->setContentsMargins(0, 0, 0, 0);
+  expression_ = new QLabel(expressionRow_);
+  expression_->setObjectName("expression");
+  expressionLayout->addWidget(expression_, 1);
+  auto* initial = new QPushButton("Set Initial Expression", expressionRow_);
+  connect(initial, &QPushButton::clicked, this, [this] { SetInitialExpression(); });
+  auto* edit = new QPushButton("Edit Function Expression", expressionRow_);
+  connect(edit, &QPushButton::clicked, this, [this] { EditExpression(); });
+  expressionLayout->addWidget(initial);
+  expressionLayout->addWidget(edit);
+  expressionRow_->hide();
+  layout->addWidget(expressionRow_);
   auto* buttons = new QHBoxLayout;
   auto* fix = new QPushButton("Fix", this);
   fix->setObjectName("Fix");
@@ -194,6 +233,32 @@ void WindowDialog::ShowValues() {
     multiply_->setChecked(editor_.live().multiTrape[static_cast<std::size_t>(std::clamp(type, 0, 4))] != 0);
   }
   curve_->update();
+  if (expressions_) {
+    const std::string& text = processing::CurrentExpression(*expressions_, type);
+    expression_->setPixmap(CodedTextPicture(text, expression_->palette().color(QPalette::Window)));
+    expression_->setToolTip(QString::fromStdString(layout::StripCodes(text).first));
+  }
+}
+
+void WindowDialog::SetExpressions(processing::WindowExpressions& expressions) {
+  expressions_ = &expressions;
+  expressionRow_->show();
+  ShowValues();
+}
+
+void WindowDialog::SetInitialExpression() {
+  if (!expressions_) return;
+  processing::SetInitialExpression(*expressions_, editor_.live().type);
+  ShowValues();
+}
+
+void WindowDialog::EditExpression() {
+  if (!expressions_) return;
+  const int type = std::clamp<int>(editor_.live().type, 0, 4);
+  const auto typed = EditCodedText(this, kTypeLabels[type], processing::CurrentExpression(*expressions_, type));
+  if (!typed) return;  // "CANCEL"
+  processing::SetCurrentExpression(*expressions_, type, typed->internal);
+  ShowValues();
 }
 
 }  // namespace velk::gui

@@ -9,9 +9,11 @@
 #include "document/ft_window.h"
 #include "gui/step_label.h"
 #include "processing/ft_controls.h"
+#include "processing/window_expressions.h"
 
 class QCheckBox;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 
 namespace velk::gui {
@@ -24,6 +26,11 @@ class WindowDialog final : public QDialog {
 
   // Sets a field as if typed and left.
   void Type(processing::WindowField field, const QString& text);
+  // Shows the function expression of the window's type with "Set Initial Expression" and "Edit
+  // Function Expression" (the text editor, titled with the type's name).
+  void SetExpressions(processing::WindowExpressions& expressions);
+  void SetInitialExpression();
+  void EditExpression();
 
  protected:
   void reject() override;
@@ -45,6 +52,9 @@ class WindowDialog final : public QDialog {
   QComboBox* type_ = nullptr;
   QCheckBox* multiply_ = nullptr;
   QWidget* curve_ = nullptr;
+  processing::WindowExpressions* expressions_ = nullptr;
+  QLabel* expression_ = nullptr;
+  QWidget* expressionRow_ = nullptr;
 };
 
 }  // namespace velk::gui

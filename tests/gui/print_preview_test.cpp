@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTextEdit>
 #include <QTimer>
 #include <QToolButton>
@@ -15,6 +16,7 @@
 #include "gui/coded_text_editor.h"
 #include "gui/main_window.h"
 #include "gui/print_preview.h"
+#include "gui/window_dialog.h"
 #include "layout/styled_runs.h"
 #include "support/temp_folder.h"
 
@@ -94,7 +96,30 @@ class PrintPreviewTest : public QObject {
     w.resize(1000, 800);
     w.show();
     gui::FtDialog* ft = test::OpenFid(w, std::string(VELK_SOURCE_DIR) + "/examples/cosy/ser");
-    QVERIFY(ft && test::TransformAndWait(w, *ft));
+    QVERIFY(ft);
+
+    // "Edit Function Expression" of the window editor opens the same text editor, titled with the
+    // window's type; what is typed there becomes the current expression, and "Set Initial
+    // Expression" brings the initial one back.
+    gui::WindowDialog* window = ft->EditWindow();
+    const int type = std::clamp<int>(ft->State().settings().axis[ft->State().view()].window.type, 0, 4);
+    const auto& expressions = w.Session().windowExpressions;
+    QString title;
+    WithNextDialog<gui::CodedTextEditor>([&title](gui::CodedTextEditor& editor) {
+      title = editor.windowTitle();
+      editor.BracketEdit()->setPlainText("W = \\g(a)t");
+      editor.TakeBracket();
+      editor.accept();
+    });
+    for (QPushButton* b : window->findChildren<QPushButton*>())
+      if (b->text() == "Edit Function Expression") b->click();
+    QVERIFY(QStringList({"Exponential", "Sine Bell", "Squared Sine Bell", "Gauss Function", "Blackman Harris"}).contains(title));
+    QCOMPARE(expressions.current[type], std::string("\\< W = \\g1 a\\g0 t\\>"));
+    for (QPushButton* b : window->findChildren<QPushButton*>())
+      if (b->text() == "Set Initial Expression") b->click();
+    QCOMPARE(expressions.current[type], expressions.initial[type]);
+    window->findChild<QPushButton*>("Fix")->click();
+    QVERIFY(test::TransformAndWait(w, *ft));
 
     gui::PrintPreview* preview = OpenPreview(w);
     QVERIFY(preview);

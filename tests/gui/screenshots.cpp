@@ -25,6 +25,7 @@
 #include "gui/splash.h"
 #include "gui/window_dialog.h"
 #include "ft_steps.h"
+#include "page_screenshots.h"
 #include "support/temp_folder.h"
 
 using namespace velk;
@@ -167,8 +168,14 @@ int main(int argc, char** argv) {
   platform::qt::QtPrompt prompt(&w);
   native::ChooseSaveMode(prompt, document::SaveSituationOf(w.Document()));
 
+  // The page of the whole HSQC in "Print Preview", and the text editor.
+  w.FullView();
+  ok &= Settled(w) && test::PagePictures(w, out);
+
   // The HSQC's raw FID in the FT window: a row near the top of the FID in the F2 view, the
   // column of the largest signal in the F1 view; then "Exit without FFT".
+  // The page was edited: opening the FID asks about the data first.
+  if (argc == 5) GrabNextDialog(out + "/dialog-open-changed.png", "Do not Save");
   if (argc == 5 && (ft = test::OpenFid(w, argv[4]))) {
     ft->resize(1100, 720);
     document::FtWindow& state = ft->State();
