@@ -32,7 +32,7 @@ bool PagePictures(gui::MainWindow& w, const QString& out) {
   if (!preview) return false;
   preview->resize(1200, 940);
   preview->SetZoom(100);
-  const display::DisplayState& v = w.View().state;
+  const display::DisplayState& v = w.Document().view;
   // The methyl groups of the leucines and valines: an oval round them, an arrow and a label.
   preview->ChangeObjects(2, [&](layout::EditedPage& page) {
   const layout::PagePoint low = OnPage(page, v, 1.9, 10), high = OnPage(page, v, 0.3, 30);

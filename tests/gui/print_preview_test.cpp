@@ -2,9 +2,8 @@
 // page, add one object of each kind, move and resize one, undo, save, open the file again and find
 // the page as it was left. And the text editor with its bracket notation.
 #include <QFileDialog>
-#include <QInputDialog>
+#include <QLineEdit>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTextEdit>
@@ -60,21 +59,6 @@ gui::PrintPreview* OpenPreview(gui::MainWindow& w) {
   auto* preview = w.findChild<gui::PrintPreview*>();
   if (preview) QTest::qWaitFor([&] { return !preview->View().FramesPicture().isNull(); }, 20000);
   return preview;
-}
-
-// The main window's question of what to save, answered "Save All Data": its recommendation, when
-// one comes first, taken with OK.
-void SaveAllDataNext() {
-  QTimer::singleShot(20, [] {
-    QWidget* modal = QApplication::activeModalWidget();
-    if (auto* box = qobject_cast<QMessageBox*>(modal)) {
-      box->button(QMessageBox::Ok) ? box->button(QMessageBox::Ok)->click() : box->accept();
-    } else if (auto* choice = qobject_cast<QInputDialog*>(modal)) {
-      choice->setTextValue(choice->comboBoxItems().value(0));
-      return choice->accept();
-    }
-    SaveAllDataNext();
-  });
 }
 
 int CountColour(const QImage& image, QRgb colour) {
@@ -181,9 +165,9 @@ class PrintPreviewTest : public QObject {
     // Saved through the main window's "Save", which asks for the name.
     const QString saved = QString::fromStdString((folders / "page.vlk2").string());
     WithNextDialog<QFileDialog>([saved](QFileDialog& d) {
-      d.selectFile(saved);
+      // The name typed, as selectFile leaves a focused name field as it is.
+      d.findChild<QLineEdit*>("fileNameEdit")->setText(saved);
       static_cast<QDialog&>(d).done(QDialog::Accepted);
-      SaveAllDataNext();
     });
     Action(preview->menuBar(), "Save...")->trigger();
     QVERIFY(QFile::exists(saved));

@@ -14,11 +14,9 @@
 
 #include "document/write_data_set.h"
 #include "gui/main_window.h"
-#include "gui/coded_text_editor.h"
 #include "gui/inadequate_menu.h"
 #include "gui/page_output.h"
 #include "gui/peak_picking.h"
-#include "gui/print_preview.h"
 #include "model/data_type.h"
 #include "native/ver4_file.h"
 #include "support/synthetic_inadequate.h"
@@ -144,18 +142,6 @@ int main(int argc, char** argv) {
   ok &= SaveMenu(w, "&Edit", out + "/menu-edit.png");  // "UnDo(Change Grid)"
   ok &= SaveMenu(w, "&File", out + "/menu-file.png");
 
-  // "Print / Edit" on the zoomed HSQC with its grid, and the text editor of a comment.
-  if (gui::PrintPreview* preview = w.OpenPrintPreview()) {
-    QTest::qWaitFor([&] { return !preview->View().FramesPicture().isNull(); }, 20000);
-    ok &= Save(*preview, out + "/print-preview.png");
-    preview->close();
-  }
-  {
-    gui::CodedTextEditor editor("Text Input", "\\< \\g1 a\\g0 -helix 10\\+1 3\\+0 ", {}, {}, &w);
-    editor.show();
-    QTest::qWait(50);
-    ok &= Save(editor, out + "/dialog-text-editor.png");
-  }
   GrabNextDialog(out + "/dialog-printer-setting.png", "Cancel");
   {
     layout::PrintSetup setup;
@@ -173,9 +159,9 @@ int main(int argc, char** argv) {
   ok &= Settled(w) && test::PagePictures(w, out);
 
   // The HSQC's raw FID in the FT window: a row near the top of the FID in the F2 view, the
-  // column of the largest signal in the F1 view; then "Exit without FFT".
-  // The page was edited: opening the FID asks about the data first.
-  if (argc == 5) GrabNextDialog(out + "/dialog-open-changed.png", "Do not Save");
+  // column of the largest signal in the F1 view; then "Exit without FFT". The page was edited:
+  // opening the FID asks about the data first.
+  if (argc == 5) GrabNextDialog(out + "/dialog-open-changed-page.png", "Do not Save");
   if (argc == 5 && (ft = test::OpenFid(w, argv[4]))) {
     ft->resize(1100, 720);
     document::FtWindow& state = ft->State();
