@@ -115,15 +115,15 @@ namespace {
 // The on-codes of a look, in the order they are opened.
 std::vector<Code> LookCodes(const RunStyle& s) {
   std::vector<Code> codes;
-  if (s.italic) codes.push_back({CodeKind::Italic});
-  if (s.bold) codes.push_back({CodeKind::Bold});
-  if (s.underline) codes.push_back({CodeKind::Underline});
-  if (s.strike) codes.push_back({CodeKind::Strike});
-  if (!s.font.empty()) codes.push_back({CodeKind::Font, true, s.font});
+  if (s.italic) codes.push_back({CodeKind::Italic, true, {}, 0});
+  if (s.bold) codes.push_back({CodeKind::Bold, true, {}, 0});
+  if (s.underline) codes.push_back({CodeKind::Underline, true, {}, 0});
+  if (s.strike) codes.push_back({CodeKind::Strike, true, {}, 0});
+  if (!s.font.empty()) codes.push_back({CodeKind::Font, true, s.font, 0});
   if (s.points > 0) codes.push_back({CodeKind::Size, true, {}, s.points});
   if (s.color) codes.push_back({CodeKind::Color, true, {}, double(*s.color)});
-  if (s.greek) codes.push_back({CodeKind::Greek});
-  if (s.script != 0) codes.push_back({s.script > 0 ? CodeKind::Super : CodeKind::Sub});
+  if (s.greek) codes.push_back({CodeKind::Greek, true, {}, 0});
+  if (s.script != 0) codes.push_back({s.script > 0 ? CodeKind::Super : CodeKind::Sub, true, {}, 0});
   return codes;
 }
 
