@@ -14,6 +14,7 @@
 #include "ft_steps.h"
 #include "gui/coded_text_editor.h"
 #include "gui/main_window.h"
+#include "gui/page_menu.h"
 #include "gui/print_preview.h"
 #include "gui/window_dialog.h"
 #include "layout/styled_runs.h"
@@ -171,6 +172,10 @@ class PrintPreviewTest : public QObject {
     });
     Action(preview->menuBar(), "Save...")->trigger();
     QVERIFY(QFile::exists(saved));
+    // The main window's own page commands print the page as the preview left it.
+    const gui::ShownPage shown(w.Document(), w.Picture(), left.paper);
+    QVERIFY(shown.page.frames == left.frames);
+    QVERIFY(shown.page.objects.texts == left.objects.texts && shown.page.objects.images == left.objects.images);
     preview->close();
     QVERIFY(QTest::qWaitFor([&] { return w.findChild<gui::PrintPreview*>() == nullptr; }, 5000));
 
