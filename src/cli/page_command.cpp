@@ -9,8 +9,9 @@
 #include "cli/picture_input.h"
 #include "core/text.h"
 #include "layout/bracket_text.h"
-#include "layout/layout_sections.h"
+#include "layout/page_store.h"
 #include "layout/render_page.h"
+#include "platform/qt/picture_decode.h"
 #include "platform/qt/picture_file.h"
 
 namespace velk::cli {
@@ -27,8 +28,9 @@ struct PageOptions {
 
 int Fail(const std::string& subject, const std::string& text, int status) { return Complain("page", subject, text, status); }
 
-// The page's objects: those of the layout file, else those stored with the data set.
-std::unique_ptr<layout::LayoutDocument> PageObjects(const PageOptions& o, const document::Document& data, int& status) {
+// The page's objects and frames: those of the layout file, else those stored with the data set.
+std::unique_ptr<layout::EditedPage> PageObjects(const PageOptions& o, const document::Document& data,
+                                                const layout::Paper& paper, int& status) {
   const model::Spectrum2D* holder = &data.spectrum;
   std::unique_ptr<document::Document> other;
   if (!o.layoutFile.empty()) {
@@ -37,8 +39,7 @@ std::unique_ptr<layout::LayoutDocument> PageObjects(const PageOptions& o, const 
     if (!other) return nullptr;
     holder = &other->spectrum;
   }
-  return std::make_unique<layout::LayoutDocument>(
-      layout::ReadLayoutSections(holder->carried.fileSections, layout::LayoutPage::Page2D));
+  return std::make_unique<layout::EditedPage>(layout::ReadStoredPage(holder->carried, paper));
 }
 
 int RunPage(const PageOptions& o) {
@@ -56,8 +57,8 @@ int RunPage(const PageOptions& o) {
   int status = kDone;
   const auto data = ReadPictureInput("page", o.input, o.output, status);
   if (!data) return status;
-  const auto objects = PageObjects(o, *data, status);
-  if (!objects) return status;
+  const auto page = PageObjects(o, *data, *paper, status);
+  if (!page) return status;
 
   model::Spectrum2D& s = data->spectrum;
   const int pulseModeClass = data->words.pulseModeClass;
@@ -73,7 +74,8 @@ int RunPage(const PageOptions& o) {
   if (data->companionF2.params.POINT > 0) source.f2TraceName = data->companionF2.texts.fileName;
   if (data->companionF1.params.POINT > 0) source.f1TraceName = data->companionF1.texts.fileName;
   const std::string comment = o.commentGiven ? layout::InternalFromBracket(o.comment) : s.comment;
-  const layout::PageContent content{input, parameters, source, comment, *objects};
+  const layout::PictureDecoder pictures = platform::qt::DecodePicture;
+  const layout::PageContent content{input, parameters, source, comment, page->objects, &page->frames, &pictures};
 
   const bool vector = !core::EndsWithNoCase(o.output, ".png");
   const double dpi = vector ? kVectorDotsPerInch : o.dpi;

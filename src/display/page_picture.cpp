@@ -83,16 +83,17 @@ void DrawSurround(platform::Surface& surface, const MainViewLayout& l, const Mai
   axis.caption = input.captionF1;
   DrawAxisF1(surface, l.axisF1, v.ViewF1Start, v.ViewF1End, axis);
 
-  if (l.traceF2.height > 0) {
+  if (l.traceF2.height > 0 || l.traceF1.width > 0) {
     const platform::Color negative = input.setting.Palette[15];
     const TracePanel panelF2{l.traceF2, v.ViewF2Start, v.ViewF2End, 0, 1, false};
     const TracePanel panelF1{l.traceF1, v.ViewF1Start, v.ViewF1End, 0, 1, true};
-    Frame(surface, l.traceF2);
-    Frame(surface, l.traceF1);
+    if (l.traceF2.height > 0) Frame(surface, l.traceF2);
+    if (l.traceF1.width > 0) Frame(surface, l.traceF1);
     // A slice cursor replaces the projection by the row or column it crosses, on the same scale.
     const bool companions = input.traces == TraceKind::HighResolution1D;
     const auto panel = [&](const Projection& p, TracePanel where, const std::vector<float>& ppm, int points,
                            std::vector<float> slice, const std::string& caption, const model::Spectrum1D* set) {
+      if (where.rect.width <= 0 || where.rect.height <= 0) return;
       if (slice.empty() && companions && DrawCompanion(surface, set, where)) return;
       if (slice.empty()) return DrawProjection(surface, p, where, ppm, points, negative);
       Projection shown{std::move(slice), {}, p.max, p.min};
@@ -109,13 +110,18 @@ void DrawSurround(platform::Surface& surface, const MainViewLayout& l, const Mai
           columnShown ? SliceAlongF1(s, v.SliceF2) : std::vector<float>{},
           columnShown ? SliceCaption(true, s.ppmF2[v.SliceF2]) : std::string(), input.companionF1);
   }
-  DrawLevelBar(surface, l.levelBar, levels, input.setting, input.pulseModeClass, font);
+  if (l.levelBar.width > 0) DrawLevelBar(surface, l.levelBar, levels, input.setting, input.pulseModeClass, font);
 }
 
 bool DrawMainView(platform::Surface& surface, platform::Extent size, const MainViewInput& input,
                   platform::Progress& progress) {
   const bool withTraces = input.traces != TraceKind::None;
-  const MainViewLayout l = LayOutMainView(size, withTraces);
+  return DrawMainViewIn(surface, LayOutMainView(size, withTraces), input, progress);
+}
+
+bool DrawMainViewIn(platform::Surface& surface, const MainViewLayout& l, const MainViewInput& input,
+                    platform::Progress& progress) {
+  const bool withTraces = input.traces != TraceKind::None && (l.traceF2.height > 0 || l.traceF1.width > 0);
   if (l.contour.width < 3 || l.contour.height < 3) return false;
   const model::Spectrum2D& s = input.spectrum;
 

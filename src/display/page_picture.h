@@ -40,5 +40,9 @@ void DrawSurround(platform::Surface& surface, const MainViewLayout& layout, cons
 // Draws the whole picture; false when the window spans less than a point or the user quit.
 bool DrawMainView(platform::Surface& surface, platform::Extent size, const MainViewInput& input,
                   platform::Progress& progress);
+// The same in places given by the caller (the printed page's frames); a trace panel or level bar
+// of no area is left out.
+bool DrawMainViewIn(platform::Surface& surface, const MainViewLayout& layout, const MainViewInput& input,
+                    platform::Progress& progress);
 
 }  // namespace velk::display

@@ -29,7 +29,9 @@
 #include "gui/display_area_dialog.h"
 #include "gui/environment_dialog.h"
 #include "gui/grid_dialog.h"
+#include "gui/page_menu.h"
 #include "gui/peak_picking.h"
+#include "gui/print_preview.h"
 #include "model/data_type.h"
 #include "document/grid_command.h"
 #include "document/transform.h"
@@ -147,8 +149,11 @@ void MainWindow::BuildMenus() {
     if (view_->Shown() && !opening_.Busy() && tools_.Resolve(session_.document.view)) Save();
   });
   file->addSeparator();
+  file->addAction("Print / Edit", QKeySequence::Print, this, [this] { OpenPrintPreview(); });
   file->addAction("Close (Discard Present Data)", this, [this] { DiscardData(); });
   file->addAction("Set Environment...", this, [this] { SetEnvironment(); });
+  file->addSeparator();
+  AddPageOutputActions(*file, this, session_, *view_);
   file->addSeparator();
   file->addAction("E&xit", QKeySequence::Quit, this, [this] { close(); });
 
@@ -384,6 +389,14 @@ bool MainWindow::Save() {
     return false;
   }
   return true;
+}
+
+PrintPreview* MainWindow::OpenPrintPreview() {
+  if (!view_->Shown() || opening_.Busy() || !tools_.Resolve(session_.document.view)) return nullptr;
+  auto* preview = new PrintPreview(session_, *view_, [this] { return Save(); }, prompt_, this);
+  preview->setAttribute(Qt::WA_DeleteOnClose);
+  preview->show();
+  return preview;
 }
 
 void MainWindow::DiscardData() {

@@ -26,6 +26,7 @@ class QActionGroup;
 namespace velk::gui {
 
 class PeakPicking;
+class PrintPreview;
 
 class MainWindow final : public QMainWindow {
   Q_OBJECT
@@ -70,6 +71,8 @@ class MainWindow final : public QMainWindow {
   // "UnDo": the top record of the document's stack goes back; in a baseline panel its last point edit.
   void Undo();
   QAction* UndoAction() const { return undoAction_; }
+  // "Print / Edit": the window "Print Preview" on the page of the data shown; none without data.
+  PrintPreview* OpenPrintPreview();
 
  signals:
   void opened();

@@ -121,6 +121,16 @@ void SpectrumView::Trace(bool reuse) {
   });
 }
 
+display::MainViewInput SpectrumView::Input() const {
+  const document::Document& d = document_;
+  const int cls = d.words.pulseModeClass;
+  // Both signs of the projection where the contour has a negative side, else the positive only.
+  const display::TraceKind kind = d.traces == display::TraceKind::ProjectionPosNeg && !display::HasNegativeSide(d.contour, cls)
+                                      ? display::TraceKind::Projection
+                                      : d.traces;
+  return {d.spectrum, cls, d.contour, d.view, kind, axisCaptionF2_, axisCaptionF1_, &d.companionF2, &d.companionF1};
+}
+
 void SpectrumView::Compose() {
   const platform::Extent size = DeviceSize(*this);
   frame_ = QImage(size.width, size.height, QImage::Format_ARGB32_Premultiplied);
@@ -132,14 +142,7 @@ void SpectrumView::Compose() {
   platform::qt::QtSurface surface(painter, size);
   // The grid lies over the contour, under the marks of the tools.
   if (d.grid.shown) display::DrawGridLines(surface, layout_.contour, d.view, d.grid);
-  // Both signs of the projection where the contour has a negative side, else the positive only.
-  const int cls = d.words.pulseModeClass;
-  const display::TraceKind kind = d.traces == display::TraceKind::ProjectionPosNeg && !display::HasNegativeSide(d.contour, cls)
-                                      ? display::TraceKind::Projection
-                                      : d.traces;
-  const display::MainViewInput input{d.spectrum,     cls,           d.contour,       d.view,         kind,
-                                     axisCaptionF2_, axisCaptionF1_, &d.companionF2, &d.companionF1};
-  display::DrawSurround(surface, layout_, input, levels_, projF2_, projF1_);
+  display::DrawSurround(surface, layout_, Input(), levels_, projF2_, projF1_);
   const display::DisplayState& v = d.view;
   const model::Spectrum2D& s = d.spectrum;
   traceCaptionF2_ = v.SliceF1 >= 0 && v.SliceF1 < static_cast<int>(s.ppmF1.size())

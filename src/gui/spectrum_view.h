@@ -60,6 +60,9 @@ class SpectrumView final : public QWidget {
   // The axis captions: "F2 1H (ppm)".
   const std::string& AxisCaptionF2() const { return axisCaptionF2_; }
   const std::string& AxisCaptionF1() const { return axisCaptionF1_; }
+  // The picture as drawn here, for the page: the document's spectrum, contour setting and window,
+  // both signs of the projections where the contour has a negative side, the axis captions.
+  display::MainViewInput Input() const;
 
  signals:
   void cursorMoved(const QString& reading);

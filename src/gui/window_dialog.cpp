@@ -4,13 +4,17 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
-#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
+
+#include "gui/coded_text_editor.h"
+#include "layout/coded_text.h"
+#include "layout/draw_coded_text.h"
+#include "platform/qt/qt_surface.h"
 
 namespace velk::gui {
 
@@ -62,6 +66,26 @@ class CurvePicture final : public QWidget {
  private:
   const document::FtWindow& state_;
 };
+
+// The coded text as it prints, on the dialog's background.
+QPixmap CodedTextPicture(const std::string& text, const QColor& background) {
+  const layout::TextFont font{"Sans Serif", 11};
+  QImage scratch(1, 1, QImage::Format_ARGB32_Premultiplied);
+  platform::Extent size;
+  {
+    QPainter painter(&scratch);
+    platform::qt::QtSurface surface(painter, {1, 1});
+    size = layout::MeasureCodedText(surface, text, font, 1.4);
+  }
+  QImage image(std::max(1, size.width + 8), std::max(1, size.height + 6), QImage::Format_ARGB32_Premultiplied);
+  image.fill(background);
+  {
+    QPainter painter(&image);
+    platform::qt::QtSurface surface(painter, {image.width(), image.height()});
+    layout::DrawCodedText(surface, {4, 3, 1.4}, text, font, platform::kBlack);
+  }
+  return QPixmap::fromImage(image);
+}
 
 }  // namespace
 
@@ -186,17 +210,6 @@ void WindowDialog::Type(WindowField field, const QString& text) {
   Changed();
 }
 
-void WindowDialog::EditExpression() {
-  const int type = std::clamp<int>(editor_.live().type, 0, 4);
-  bool ok = false;
-  const QString text = QInputDialog::getMultiLineText(
-      this, QString::fromUtf8(processing::ExpressionTitle(type).data()), "Function Expression",
-      QString::fromStdString(state_.expressions().current[type]), &ok);
-  if (!ok) return;
-  state_.expressions().current[type] = text.toStdString();
-  ShowValues();
-}
-
 void WindowDialog::reject() {
   editor_.Cancel();
   Changed();
@@ -223,8 +236,20 @@ void WindowDialog::ShowValues() {
     const QSignalBlocker quiet(multiply_);
     multiply_->setChecked(editor_.live().multiTrape[static_cast<std::size_t>(std::clamp(type, 0, 4))] != 0);
   }
-  expression_->setText(QString::fromStdString(state_.expressions().current[std::clamp(type, 0, 4)]));
+  // The expression in its codes, drawn as it prints.
+  const std::string& text = state_.expressions().current[static_cast<std::size_t>(std::clamp(type, 0, 4))];
+  expression_->setPixmap(CodedTextPicture(text, expression_->palette().color(QPalette::Window)));
+  expression_->setToolTip(QString::fromStdString(layout::StripCodes(text).first));
   curve_->update();
+}
+
+void WindowDialog::EditExpression() {
+  const int type = std::clamp<int>(editor_.live().type, 0, 4);
+  std::string& current = state_.expressions().current[static_cast<std::size_t>(type)];
+  const auto typed = EditCodedText(this, QString::fromUtf8(processing::ExpressionTitle(type).data()), current);
+  if (!typed) return;  // "CANCEL"
+  current = typed->internal;
+  ShowValues();
 }
 
 }  // namespace velk::gui

@@ -3,7 +3,9 @@
 // image. Positions are page centimetres.
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace velk::layout {
 
@@ -53,11 +55,31 @@ struct LayoutShape {
 using LayoutCircle = LayoutShape;
 using LayoutRectangle = LayoutShape;
 
-// One image slot; a negative Kind marks a free slot.
+// The bytes of a stored picture, shared between the copies of a document that undo keeps; two
+// are equal when their bytes are.
+struct PictureBytes {
+  std::shared_ptr<const std::vector<std::uint8_t>> bytes;
+  bool empty() const { return !bytes || bytes->empty(); }
+  std::size_t size() const { return bytes ? bytes->size() : 0; }
+  friend bool operator==(const PictureBytes& a, const PictureBytes& b) {
+    if (a.empty() || b.empty()) return a.empty() == b.empty();
+    return a.bytes == b.bytes || *a.bytes == *b.bytes;
+  }
+};
+PictureBytes MakePictureBytes(std::vector<std::uint8_t> bytes);
+
+// The kinds of picture an image slot holds, found from the bytes' first marks.
+enum class PictureKind : std::int32_t {
+  Unknown = 0, EnhancedMetafile = 1, Metafile = 2, PlaceableMetafile = 3, Bitmap = 4, Png = 5, Jpeg = 6, Svg = 7
+};
+PictureKind SniffPicture(const std::vector<std::uint8_t>& bytes);
+
+// One image slot; a negative Kind marks a free slot, otherwise Kind is the PictureKind.
 struct LayoutImage {
   std::int32_t Kind = -1;
   float Left = 0, Top = 0, Right = 0, Bottom = 0;
   std::array<std::uint32_t, 4> Extended{};  // kept in the extended table only
+  PictureBytes Picture;                     // the picture file's bytes as they were inserted
   bool free() const { return Kind < 0; }
   friend bool operator==(const LayoutImage&, const LayoutImage&) = default;
 };

@@ -17,6 +17,7 @@ constexpr std::size_t kCountAt = 16;
 constexpr std::size_t kRecordsAt = 32;
 constexpr std::size_t kShapeRecord = 64;
 constexpr std::size_t kPictureRecord = 32;
+constexpr std::size_t kPictureBytesAt = 20;  // offset and length of the picture's bytes in the section
 constexpr std::size_t kPictureExRecord = 48;
 constexpr std::size_t kOrderRecord = 8;
 constexpr std::size_t kTextHead = 80;
@@ -236,6 +237,13 @@ void ReadImages(Bytes frames, Bytes extended, LayoutDocument& doc) {
     image.Top = Read<float>(frames, at + 8);
     image.Right = Read<float>(frames, at + 12);
     image.Bottom = Read<float>(frames, at + 16);
+    const std::int32_t offset = Read<std::int32_t>(frames, at + kPictureBytesAt);
+    const std::int32_t length = Read<std::int32_t>(frames, at + kPictureBytesAt + 4);
+    if (offset > 0 && length > 0 && core::Fits(frames, static_cast<std::uint64_t>(offset), static_cast<std::uint64_t>(length))) {
+      const auto first = frames.begin() + offset;
+      image.Picture = MakePictureBytes({first, first + length});
+      image.Kind = static_cast<std::int32_t>(SniffPicture(*image.Picture.bytes));
+    }
   }
   const std::size_t extras = RecordCount(extended, kPictureExRecord, kImageTableSize);
   for (std::size_t i = 0; i < extras; ++i) {
@@ -256,6 +264,7 @@ std::vector<std::int32_t> UsedSlots(const LayoutDocument& doc) {
 
 void WriteImageFrames(SectionBuilder& out, const LayoutDocument& doc) {
   const std::vector<std::int32_t> slots = UsedSlots(doc);
+  std::size_t bytesAt = RecordAt(slots.size(), kPictureRecord);
   for (std::size_t i = 0; i < slots.size(); ++i) {
     const std::size_t at = RecordAt(i, kPictureRecord);
     const LayoutImage& image = doc.images[slots[i]];
@@ -265,6 +274,12 @@ void WriteImageFrames(SectionBuilder& out, const LayoutDocument& doc) {
     out.Put(at + 8, image.Top);
     out.Put(at + 12, image.Right);
     out.Put(at + 16, image.Bottom);
+    // The picture's bytes follow the records; a slot without them keeps zeros here.
+    if (image.Picture.empty()) continue;
+    out.Put(at + kPictureBytesAt, static_cast<std::int32_t>(bytesAt));
+    out.Put(at + kPictureBytesAt + 4, static_cast<std::int32_t>(image.Picture.size()));
+    out.PutBytes(bytesAt, Bytes(*image.Picture.bytes));
+    bytesAt += image.Picture.size();
   }
 }
 
@@ -332,7 +347,7 @@ void WriteLayoutSections(const LayoutDocument& doc, LayoutPage page, std::vector
     if (count == 0 && old == sections.end()) return;
     SectionBuilder out(tag, count);
     fill(out);
-    std::vector<std::uint8_t> bytes = out.Finish(old == sections.end() ? nullptr : &*old, tag != tags.text);
+    std::vector<std::uint8_t> bytes = out.Finish(old == sections.end() ? nullptr : &*old, tag != tags.text && tag != tags.picture);
     if (old != sections.end()) {
       old->bytes = std::move(bytes);
     } else {

@@ -3,7 +3,8 @@
 // +16, the count of its records; the records begin at +32:
 //   "## LINE DATA"    64-byte line records (PackLineRecord)
 //   "## CIRCLE", "## RECTANGLE"  64-byte records, nine fields at 0 to 32
-//   "## PICTURE"      32 bytes a slot: index, left, top, right, bottom
+//   "## PICTURE"      32 bytes a slot: index, left, top, right, bottom, and at 20 the offset and
+//                     length of the picture's own bytes, which follow the records
 //   "## PICTUREEX"    48 bytes a slot: index, kind, and the four extended values at 16 to 31
 //   "##DRAW ORDER"    kind and index, a long each
 //   "## TEXT DATA"    a table of offsets (one long a text, from the section's start), then the

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "layout/draw_coded_text.h"
+#include "layout/play_picture.h"
 
 namespace velk::layout {
 namespace {
@@ -116,6 +117,13 @@ void DrawText(platform::Surface& surface, const LayoutText& text, const PageScal
 
 }  // namespace
 
+DeviceRect ImageRect(const LayoutImage& image, const PageScale& scale) {
+  const Vec a = OnSurface(scale, std::min(image.Left, image.Right), std::min(image.Top, image.Bottom));
+  const Vec b = OnSurface(scale, std::max(image.Left, image.Right), std::max(image.Top, image.Bottom));
+  const platform::Point p = Device(a), q = Device(b);
+  return {p.x, p.y, q.x - p.x, q.y - p.y};
+}
+
 void DrawArrow(platform::Surface& surface, const LayoutLine& line, const PageScale& scale, bool erase) {
   surface.SetDrawMode(platform::DrawMode::Copy);
   const int family = std::clamp(line.StyleCode / 4, 0, 3);
@@ -140,7 +148,8 @@ void DrawArrow(platform::Surface& surface, const LayoutLine& line, const PageSca
   Head(surface, from, u * -1, startLength, family, color, fill, width);
 }
 
-PaintOrder PaintObjects(platform::Surface& surface, const LayoutDocument& doc, const PageScale& scale) {
+PaintOrder PaintObjects(platform::Surface& surface, const LayoutDocument& doc, const PageScale& scale,
+                        const PictureDecoder* pictures) {
   PaintOrder order = ResolveDrawOrder(doc);
   surface.SetDrawMode(platform::DrawMode::Copy);
   for (const DrawOrderEntry& entry : order.order) {
@@ -150,7 +159,14 @@ PaintOrder PaintObjects(platform::Surface& surface, const LayoutDocument& doc, c
       case ObjectKind::Rectangle: DrawShape(surface, doc.rectangles[i], scale, false); break;
       case ObjectKind::Line: DrawArrow(surface, doc.lines[i], scale); break;
       case ObjectKind::Text: DrawText(surface, doc.texts[i], scale); break;
-      case ObjectKind::Image: break;  // no picture bytes to play
+      case ObjectKind::Image: {
+        const DeviceRect r = ImageRect(doc.images[i], scale);
+        const PictureBytes& picture = doc.images[i].Picture;
+        if (picture.empty() || r.width < 1 || r.height < 1) break;
+        if (PlayPicture(surface, *picture.bytes, {r.x, r.y, r.width, r.height}) == 0 || !pictures) break;
+        if (const auto pixels = (*pictures)(*picture.bytes, r.width, r.height)) surface.DrawImage(r.x, r.y, *pixels);
+        break;
+      }
     }
   }
   return order;

@@ -1,5 +1,10 @@
 #pragma once
 // Painting the annotation objects of a page onto a surface, back to front.
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+
 #include "layout/layout_document.h"
 #include "platform/surface.h"
 
@@ -19,9 +24,21 @@ struct PageScale {
 // family only. With erase the colours become white.
 void DrawArrow(platform::Surface& surface, const LayoutLine& line, const PageScale& scale, bool erase = false);
 
-// Paints every live object in the repaired draw order. Images have no picture bytes in the
-// document; their slots are left empty. Returns the repaired order (its flag says whether the
-// painter should warn once).
-PaintOrder PaintObjects(platform::Surface& surface, const LayoutDocument& doc, const PageScale& scale);
+// Turns picture bytes (PNG, JPEG, SVG ...) into pixels of the given size; nothing when they can't be
+// decoded. The decoding belongs to the platform.
+using PictureDecoder = std::function<std::optional<platform::Image>(std::span<const std::uint8_t>, int width, int height)>;
+
+// The device rectangle of an image's frame (left, top, width, height), whichever corners were set.
+struct DeviceRect {
+  int x = 0, y = 0, width = 0, height = 0;
+};
+DeviceRect ImageRect(const LayoutImage& image, const PageScale& scale);
+
+// Paints every live object in the repaired draw order. An image's picture is played into its frame
+// when it is a metafile, else decoded by the platform; one that can't be, or that holds none, is
+// not drawn. Returns the repaired order (its flag says whether the painter
+// should warn once).
+PaintOrder PaintObjects(platform::Surface& surface, const LayoutDocument& doc, const PageScale& scale,
+                        const PictureDecoder* pictures = nullptr);
 
 }  // namespace velk::layout

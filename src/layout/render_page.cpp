@@ -1,10 +1,10 @@
 #include "layout/render_page.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
-#include "core/text.h"
-#include "layout/paint_objects.h"
+#include "layout/draw_coded_text.h"
 #include "layout/render_parameter_list.h"
 
 namespace velk::layout {
@@ -12,75 +12,76 @@ namespace {
 
 constexpr double kCmPerInch = 2.54;
 constexpr double kPointsPerInch = 72;
-constexpr double kMargin = 1.5;          // cm
-constexpr double kCommentHeight = 1.2;   // cm
+constexpr double kMmPerCm = 10;
 constexpr double kParameterPoints = 9;
 constexpr double kCommentPoints = 12;
-constexpr double kColumnGap = 0.5;       // cm between the parameter columns
+constexpr double kAxisPoints = 8;
+constexpr double kColumnGap = 0.5;         // cm between the parameter columns
+constexpr double kTwoColumnWidth = 16;     // cm: a narrower parameter frame has one column
 constexpr double kStoredUnitsPerCm = 100;  // widths and head lengths of lines are kept in 0.1 mm
-
-// A surface whose origin lies at (dx, dy) of another one, so that a picture drawn for a surface
-// of its own lands inside a frame of the page.
-class ShiftedSurface final : public platform::Surface {
- public:
-  ShiftedSurface(platform::Surface& target, int dx, int dy, platform::Extent size)
-      : t_(target), dx_(dx), dy_(dy), size_(size) {}
-  void SetPen(platform::Color c, int w) override { t_.SetPen(c, w); }
-  void SetBrush(platform::Color c) override { t_.SetBrush(c); }
-  void SetNoBrush() override { t_.SetNoBrush(); }
-  void SetDrawMode(platform::DrawMode m) override { t_.SetDrawMode(m); }
-  void SetClip(int x, int y, int w, int h) override { t_.SetClip(x + dx_, y + dy_, w, h); }
-  void ClearClip() override { t_.ClearClip(); }
-  void MoveTo(int x, int y) override { t_.MoveTo(x + dx_, y + dy_); }
-  void LineTo(int x, int y) override { t_.LineTo(x + dx_, y + dy_); }
-  void Polyline(std::span<const platform::Point> p) override { t_.Polyline(Shifted(p)); }
-  void Polygon(std::span<const platform::Point> p) override { t_.Polygon(Shifted(p)); }
-  void SetFont(const platform::Font& f) override { t_.SetFont(f); }
-  void SetTextColor(platform::Color c) override { t_.SetTextColor(c); }
-  void Text(int x, int y, double a, std::string_view s) override { t_.Text(x + dx_, y + dy_, a, s); }
-  platform::Extent MeasureText(std::string_view s) override { return t_.MeasureText(s); }
-  void DrawImage(int x, int y, const platform::Image& i) override { t_.DrawImage(x + dx_, y + dy_, i); }
-  platform::Extent Size() const override { return size_; }
-
- private:
-  const std::vector<platform::Point>& Shifted(std::span<const platform::Point> points) {
-    shifted_.assign(points.begin(), points.end());
-    for (platform::Point& p : shifted_) p.x += dx_, p.y += dy_;
-    return shifted_;
-  }
-  platform::Surface& t_;
-  int dx_, dy_;
-  platform::Extent size_;
-  std::vector<platform::Point> shifted_;
-};
 
 int Dots(double cm, double dotsPerInch) { return static_cast<int>(std::lrint(cm / kCmPerInch * dotsPerInch)); }
 
-}  // namespace
-
-std::optional<Paper> PaperOf(std::string_view name, bool landscape) {
-  static constexpr struct {
-    std::string_view name;
-    double width, height;
-  } kPapers[] = {{"A3", 29.7, 42.0}, {"A4", 21.0, 29.7}, {"A5", 14.8, 21.0}, {"B4", 25.7, 36.4}, {"B5", 18.2, 25.7}};
-  for (const auto& p : kPapers)
-    if (core::EqualsNoCase(p.name, name)) return landscape ? Paper{p.height, p.width} : Paper{p.width, p.height};
-  return std::nullopt;
+display::Rect RectOf(const PageFrame& f, double dpi) {
+  if (!f.Shown) return {};
+  const int x = Dots(f.X, dpi), y = Dots(f.Y, dpi);
+  return {x, y, Dots(f.X + f.Width, dpi) - x, Dots(f.Y + f.Height, dpi) - y};
 }
 
-PageFrames DefaultFrames(const Paper& paper) {
-  PageFrames f{};
-  f.commentX = kMargin;
-  f.commentY = kMargin;
-  f.spectrumX = kMargin;
-  f.spectrumY = kMargin + kCommentHeight;
-  f.spectrumWidth = paper.widthCm - 2 * kMargin;
-  // A square spectrum on portrait paper, leaving the lower part for the parameters.
-  f.spectrumHeight = std::min(f.spectrumWidth, (paper.heightCm - f.spectrumY - kMargin) * 0.62);
-  f.parameterX = kMargin;
-  f.parameterY = f.spectrumY + f.spectrumHeight + 0.6;
-  f.parameterWidth = paper.widthCm - 2 * kMargin;
-  return f;
+void DrawFrame(platform::Surface& surface, const PageFrame& f, double dpi) {
+  const display::Rect r = RectOf(f, dpi);
+  if (r.width <= 0 || r.height <= 0 || !(f.Filled || f.Framed)) return;
+  const platform::Point corners[4] = {{r.x, r.y}, {r.right(), r.y}, {r.right(), r.bottom()}, {r.x, r.bottom()}};
+  const int width = std::max(1, static_cast<int>(std::lrint(f.LineWidth / kMmPerCm / kCmPerInch * dpi)));
+  surface.SetPen(f.Framed ? f.LineColor : f.Background, f.Framed ? width : 0);
+  if (f.Filled) {
+    surface.SetBrush(f.Background);
+  } else {
+    surface.SetNoBrush();
+  }
+  surface.Polygon(corners);
+}
+
+// The main view's parts in the page's frames: the contour fills the spectrum frame but for the
+// bands of the axes along its lower and right edges.
+display::MainViewLayout ViewInFrames(const PageFrames& frames, double dpi) {
+  display::MainViewLayout l;
+  l.textHeight = std::max(6, static_cast<int>(std::lrint(kAxisPoints * dpi / kPointsPerInch)));
+  const display::Rect all = RectOf(frames[FrameKind::Spectrum], dpi);
+  const int axisF1 = std::min(Dots(kAxisBandRightCm, dpi), all.width / 3);
+  const int axisF2 = std::min(Dots(kAxisBandBelowCm, dpi), all.height / 3);
+  l.contour = {all.x, all.y, std::max(0, all.width - axisF1), std::max(0, all.height - axisF2)};
+  l.axisF2 = {l.contour.x, l.contour.bottom(), l.contour.width, axisF2};
+  l.axisF1 = {l.contour.right(), l.contour.y, axisF1, l.contour.height};
+  l.traceF2 = RectOf(frames[FrameKind::TraceF2], dpi);
+  l.traceF1 = RectOf(frames[FrameKind::TraceF1], dpi);
+  l.levelBar = RectOf(frames[FrameKind::Level], dpi);
+  return l;
+}
+
+void DrawParameters(platform::Surface& surface, const PageContent& content, const PageFrame& f, double dpi) {
+  if (!f.Shown) return;
+  // Two columns in a wide frame, the first taking the odd line.
+  const int count = f.Width >= kTwoColumnWidth ? 2 : 1;
+  const std::size_t half = (content.parameters.size() + 1) / 2;
+  const ParameterList columns[2] = {{content.parameters.begin(), content.parameters.begin() + half},
+                                    {content.parameters.begin() + half, content.parameters.end()}};
+  for (int c = 0; c < count; ++c) {
+    ParameterBlockPlacement block;
+    block.x = Dots(f.X + c * f.Width / count, dpi);
+    block.y = Dots(f.Y, dpi);
+    block.scale = dpi / kPointsPerInch;
+    block.width = Dots(std::max(0.5, f.Width / count - kColumnGap), dpi);
+    RenderParameterList(surface, count == 2 ? columns[c] : content.parameters, TextFont{"Sans Serif", kParameterPoints}, platform::kBlack, block,
+                        content.source);
+  }
+}
+
+}  // namespace
+
+PageScale ScaleOf(double dotsPerInch) {
+  const double pixelsPerCm = dotsPerInch / kCmPerInch;
+  return {pixelsPerCm, pixelsPerCm / kStoredUnitsPerCm, dotsPerInch / kPointsPerInch};
 }
 
 platform::Extent PageExtent(const Paper& paper, double dotsPerInch) {
@@ -89,32 +90,21 @@ platform::Extent PageExtent(const Paper& paper, double dotsPerInch) {
 
 bool RenderPage(platform::Surface& surface, const PageContent& content, const Paper& paper, double dotsPerInch,
                 platform::Progress& progress) {
-  const PageFrames f = DefaultFrames(paper);
-  const double pixelsPerPoint = dotsPerInch / kPointsPerInch;
-  const TextFont commentFont{"Sans Serif", kCommentPoints};
-  DrawCodedText(surface, {double(Dots(f.commentX, dotsPerInch)), double(Dots(f.commentY, dotsPerInch)), pixelsPerPoint},
-                content.comment, commentFont, platform::kBlack);
+  const PageFrames frames = content.frames ? *content.frames : DefaultPageFrames(paper);
+  surface.SetDrawMode(platform::DrawMode::Copy);
+  for (const PageFrame& f : frames.frame) DrawFrame(surface, f, dotsPerInch);
 
-  const platform::Extent spectrum{Dots(f.spectrumWidth, dotsPerInch), Dots(f.spectrumHeight, dotsPerInch)};
-  ShiftedSurface frame(surface, Dots(f.spectrumX, dotsPerInch), Dots(f.spectrumY, dotsPerInch), spectrum);
-  if (!display::DrawMainView(frame, spectrum, content.view, progress)) return false;
-
-  // The parameters in two columns, the first taking the odd line.
-  const std::size_t half = (content.parameters.size() + 1) / 2;
-  const ParameterList columns[2] = {{content.parameters.begin(), content.parameters.begin() + half},
-                                    {content.parameters.begin() + half, content.parameters.end()}};
-  for (int c = 0; c < 2; ++c) {
-    ParameterBlockPlacement block;
-    block.x = Dots(f.parameterX + c * f.parameterWidth / 2, dotsPerInch);
-    block.y = Dots(f.parameterY, dotsPerInch);
-    block.scale = pixelsPerPoint;
-    block.width = Dots(f.parameterWidth / 2 - kColumnGap, dotsPerInch);
-    RenderParameterList(surface, columns[c], TextFont{"Sans Serif", kParameterPoints}, platform::kBlack, block,
-                        content.source);
+  const PageFrame& comment = frames[FrameKind::Comment];
+  if (comment.Shown) {
+    const TextPlacement at{double(Dots(comment.X, dotsPerInch)), double(Dots(comment.Y, dotsPerInch)),
+                           dotsPerInch / kPointsPerInch, double(Dots(comment.Width, dotsPerInch))};
+    DrawCodedText(surface, at, content.comment, TextFont{"Sans Serif", kCommentPoints}, platform::kBlack);
   }
-
-  const double pixelsPerCm = dotsPerInch / kCmPerInch;
-  PaintObjects(surface, content.objects, {pixelsPerCm, pixelsPerCm / kStoredUnitsPerCm, pixelsPerPoint});
+  if (frames[FrameKind::Spectrum].Shown &&
+      !display::DrawMainViewIn(surface, ViewInFrames(frames, dotsPerInch), content.view, progress))
+    return false;
+  DrawParameters(surface, content, frames[FrameKind::Parameter], dotsPerInch);
+  PaintObjects(surface, content.objects, ScaleOf(dotsPerInch), content.pictures);
   return true;
 }
 

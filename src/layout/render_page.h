@@ -7,16 +7,12 @@
 
 #include "display/page_picture.h"
 #include "layout/layout_document.h"
+#include "layout/page_frames.h"
+#include "layout/paint_objects.h"
 #include "layout/parameter_macros.h"
 #include "platform/progress.h"
 
 namespace velk::layout {
-
-struct Paper {
-  double widthCm = 21, heightCm = 29.7;  // A4 portrait
-};
-// "A4", "A3", "A5", "B4", "B5" (JIS B sizes), turned for landscape; nothing for another name.
-std::optional<Paper> PaperOf(std::string_view name, bool landscape);
 
 struct PageContent {
   const display::MainViewInput& view;
@@ -24,20 +20,19 @@ struct PageContent {
   const ParameterSource& source;
   std::string comment;  // coded or plain
   const LayoutDocument& objects;
+  const PageFrames* frames = nullptr;       // the default page's frames when none are given
+  const PictureDecoder* pictures = nullptr;  // without one, image objects are not drawn
 };
 
-// Where the parts of the default page lie, in centimetres from the page's top-left corner.
-struct PageFrames {
-  double commentX, commentY;
-  double spectrumX, spectrumY, spectrumWidth, spectrumHeight;
-  double parameterX, parameterY, parameterWidth;
-};
-PageFrames DefaultFrames(const Paper& paper);
+// Page centimetres to device units at the resolution.
+PageScale ScaleOf(double dotsPerInch);
 
 // The device size of the page at the resolution.
 platform::Extent PageExtent(const Paper& paper, double dotsPerInch);
 
-// Draws the page; false when the spectrum could not be drawn (an empty window, or quit).
+// Draws the page: each shown frame with its background and line, the comment, the spectrum in its
+// frame with the axes along its lower and right edges, the traces and level bar in theirs, the
+// parameter block in two columns, and the objects on top. False when the spectrum could not be drawn (an empty window, or quit).
 bool RenderPage(platform::Surface& surface, const PageContent& content, const Paper& paper, double dotsPerInch,
                 platform::Progress& progress);
 

@@ -20,6 +20,7 @@
 #include "document/write_data_set.h"
 #include "gui/main_window.h"
 #include "gui/inadequate_menu.h"
+#include "gui/page_output.h"
 #include "gui/peak_picking.h"
 #include "model/data_type.h"
 #include "native/ver4_file.h"
@@ -29,6 +30,7 @@
 #include "gui/splash.h"
 #include "gui/window_dialog.h"
 #include "ft_steps.h"
+#include "page_screenshots.h"
 #include "support/temp_folder.h"
 
 using namespace velk;
@@ -201,6 +203,12 @@ int main(int argc, char** argv) {
   ok &= SaveMenu(w, "&Edit", out + "/menu-edit.png");  // "UnDo(Change Grid)"
   ok &= SaveMenu(w, "&File", out + "/menu-file.png");
 
+  GrabNextDialog(out + "/dialog-printer-setting.png", "Cancel");
+  {
+    layout::PrintSetup setup;
+    gui::OpenPrinterSetting(&w, setup);
+  }
+
   // Save of the phase-sensitive HSQC asks what to keep (the window's own question, without its
   // file dialog); it is left with "Cancel".
   GrabNextDialog(out + "/dialog-save-size.png", "Cancel");
@@ -208,8 +216,14 @@ int main(int argc, char** argv) {
   native::ChooseSaveMode(prompt, document::SaveSituationOf(w.Document()));
   ok &= ShootTools(w, out);
 
+  // The page of the whole HSQC in "Print Preview", and the text editor.
+  w.FullView();
+  ok &= Settled(w) && test::PagePictures(w, out);
+
   // The HSQC's raw FID in the FT window: a row near the top of the FID in the F2 view, the
-  // column of the largest signal in the F1 view; then "Exit without FFT".
+  // column of the largest signal in the F1 view; then "Exit without FFT". The page was edited:
+  // opening the FID asks about the data first.
+  if (argc == 5) GrabNextDialog(out + "/dialog-open-changed-page.png", "Do not Save");
   if (argc == 5 && (ft = test::OpenFid(w, argv[4]))) {
     ft->resize(1100, 720);
     document::FtWindow& state = ft->State();

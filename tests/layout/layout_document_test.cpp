@@ -148,7 +148,10 @@ LayoutDocument EveryObject() {
                           .LineType = 3});
   AddCircle(doc, LayoutCircle{.X1 = 1, .Y1 = 1, .X2 = 2, .Y2 = 3, .Ratio = 1.5f});
   AddRectangle(doc, LayoutRectangle{.X1 = 4, .Y1 = 4, .X2 = 6, .Y2 = 7, .BorderColor = 0xFF0000, .LineStyle = 2});
-  AddImage(doc, LayoutImage{.Kind = 2, .Left = 1, .Top = 2, .Right = 3, .Bottom = 4, .Extended = {1, 2, 3, 4}});
+  // A picture whose bytes are odd in length, so that the section's end is padded.
+  const std::vector<std::uint8_t> png{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n', 0, 0, 0, 13, 'I'};
+  AddImage(doc, LayoutImage{.Kind = 5, .Left = 1, .Top = 2, .Right = 3, .Bottom = 4, .Extended = {1, 2, 3, 4},
+                            .Picture = MakePictureBytes(png)});
   AddImage(doc, LayoutImage{.Kind = 1, .Left = 5});
   DeleteObject(doc, {ObjectKind::Image, 1});  // slot 1 free, slot 2 used
   MoveToBack(doc, {ObjectKind::Text, 1});
@@ -202,15 +205,20 @@ TEST(LayoutSections, DamagedSectionsReadWithinTheirBounds) {
   texts[16] = 2;
   texts[32] = 36;               // a head that runs past the end
   texts[36] = 0xF0, texts[39] = 0x7F;  // an offset far outside
-  std::vector<std::uint8_t> pictures(32 + 32, 0);
+  std::vector<std::uint8_t> pictures(32 + 64, 0);
   pictures[16] = 1;
   pictures[32] = 51;            // a slot past the table
+  pictures[16] = 2;
+  pictures[64] = 1;             // slot 1, its picture said to lie far outside
+  pictures[64 + 20] = 40, pictures[64 + 24] = 0xFF, pictures[64 + 27] = 0x7F;
   const std::vector<model::CarriedSection> sections{
       {"## LINE DATA 2D", lines}, {"## TEXT DATA 2D", texts}, {"## PICTURE 2D", pictures}, {"##DRAW ORDER 2D", {1, 2, 3}}};
   const LayoutDocument doc = ReadLayoutSections(sections, LayoutPage::Page2D);
   EXPECT_EQ(doc.lines.size(), 1u);
   EXPECT_TRUE(doc.texts.empty());
   EXPECT_TRUE(doc.images[51].free());
+  EXPECT_FALSE(doc.images[1].free());
+  EXPECT_TRUE(doc.images[1].Picture.empty());
   EXPECT_TRUE(doc.drawOrder.empty());
 }
 

@@ -33,25 +33,47 @@ TEST(RenderPage, CommentSpectrumParametersAndObjectsInTheirFrames) {
   platform::NoProgress progress;
   ASSERT_TRUE(RenderPage(surface, content, a4, dpi, progress));
 
-  const PageFrames f = DefaultFrames(a4);
+  PageFrames f = DefaultPageFrames(a4);
   const auto dots = [&](double cm) { return static_cast<int>(std::lrint(cm / 2.54 * dpi)); };
-  bool comment = false, label = false, marked = false;
-  for (const auto* call : surface.Of(test::Recorded::Text)) {
-    const platform::Point at = call->points[0];
-    if (call->text == "The comment") comment = at == platform::Point{dots(f.commentX), dots(f.commentY)};
-    if (call->text == "F2-Nucleus") label = at.y >= dots(f.parameterY) && at.x >= dots(f.parameterX);
-    if (call->text == "marked") marked = at == platform::Point{dots(10), dots(28)};
-  }
-  EXPECT_TRUE(comment);
-  EXPECT_TRUE(label) << "the parameters stand below the spectrum";
-  EXPECT_TRUE(marked);
-  // The contour lies inside the spectrum frame.
-  const auto segments = surface.Segments();
-  ASSERT_FALSE(segments.empty());
-  for (const auto& seg : segments) {
-    EXPECT_GE(seg.from.y, dots(f.spectrumY) - 1);
-    EXPECT_LE(seg.from.y, dots(f.spectrumY + f.spectrumHeight) + 1);
-  }
+  const auto check = [&](const PageFrames& f, const char* when) {
+    bool comment = false, label = false, marked = false;
+    for (const auto* call : surface.Of(test::Recorded::Text)) {
+      const platform::Point at = call->points[0];
+      const PageFrame& c = f[FrameKind::Comment];
+      const PageFrame& p = f[FrameKind::Parameter];
+      if (call->text == "The comment") comment = at == platform::Point{dots(c.X), dots(c.Y)};
+      if (call->text == "F2-Nucleus") label = at.y >= dots(p.Y) && at.x >= dots(p.X) && at.y < dots(p.Y + p.Height);
+      if (call->text == "marked") marked = at == platform::Point{dots(10), dots(28)};
+    }
+    EXPECT_TRUE(comment) << when;
+    EXPECT_TRUE(label) << when << ": the parameters stand in their frame";
+    EXPECT_TRUE(marked) << when;
+    // Everything drawn in lines (contour, axes, traces, level bar) lies inside the frames of the view.
+    const auto segments = surface.Segments();
+    ASSERT_FALSE(segments.empty());
+    double top = 1e9, bottom = -1e9;
+    for (FrameKind k : {FrameKind::Spectrum, FrameKind::TraceF2, FrameKind::TraceF1, FrameKind::Level}) {
+      top = std::min<double>(top, dots(f[k].Y));
+      bottom = std::max<double>(bottom, dots(f[k].Y + f[k].Height));
+    }
+    for (const auto& seg : segments) {
+      EXPECT_GE(seg.from.y, top - 1) << when;
+      EXPECT_LE(seg.from.y, bottom + 1) << when;
+    }
+  };
+  check(f, "default page");
+  EXPECT_LT(f[FrameKind::TraceF2].Y + f[FrameKind::TraceF2].Height, f[FrameKind::Spectrum].Y) << "F2 trace above";
+  EXPECT_LT(f[FrameKind::TraceF1].X + f[FrameKind::TraceF1].Width, f[FrameKind::Spectrum].X) << "F1 trace beside";
+  EXPECT_GT(f[FrameKind::Parameter].Y, f[FrameKind::Spectrum].Y + f[FrameKind::Spectrum].Height);
+
+  // Moved frames take their parts with them.
+  for (FrameKind k : {FrameKind::Spectrum, FrameKind::TraceF2, FrameKind::TraceF1, FrameKind::Level}) f[k].Y += 3;
+  f[FrameKind::Parameter].Y = 2, f[FrameKind::Parameter].Height = 4;
+  f[FrameKind::Comment].X = 5;
+  const PageContent moved{view, parameters, source, "\\< The comment", objects, &f};
+  surface.calls.clear();
+  ASSERT_TRUE(RenderPage(surface, moved, a4, dpi, progress));
+  check(f, "moved frames");
   EXPECT_EQ(PaperOf("B5", true)->widthCm, 25.7);
   EXPECT_FALSE(PaperOf("Letter", false).has_value());
 }

@@ -1,0 +1,64 @@
+#include "gui/page_menu.h"
+
+#include <QMenu>
+#include <ctime>
+
+#include "layout/page_store.h"
+#include "platform/qt/picture_decode.h"
+#include "platform/qt/qt_prompt.h"
+
+namespace velk::gui {
+
+layout::ParameterSource PageSource(const document::Document& document) {
+  layout::ParameterSource source{.s = document.spectrum};
+  const std::time_t now = std::time(nullptr);
+  localtime_r(&now, &source.printTime);
+  if (document.companionF2.params.POINT > 0) source.f2TraceName = document.companionF2.texts.fileName;
+  if (document.companionF1.params.POINT > 0) source.f1TraceName = document.companionF1.texts.fileName;
+  return source;
+}
+
+ShownPage::ShownPage(const document::Document& document, const SpectrumView& shown, const layout::Paper& paper)
+    : view(shown.Input()),
+      parameters(layout::DefaultParameterList()),
+      source(PageSource(document)),
+      page(layout::ReadStoredPage(document.spectrum.carried, paper)),
+      pictures(platform::qt::DecodePicture),
+      content{view, parameters, source, document.spectrum.comment, page.objects, &page.frames, &pictures},
+      peakList(operations::PrintListRows(document.spectrum, document.source.path.filename().string(), {})) {}
+
+void AddPageOutputActions(QMenu& menu, QWidget* window, document::Session& session, const SpectrumView& view) {
+  const auto withPage = [window, &session, &view](auto action) {
+    return [window, &session, &view, action] {
+      if (!view.Shown()) return;
+      layout::PrintSetup setup = layout::PrintSetupFromSettings(session.settings2D);
+      const ShownPage page(session.document, view, layout::PageAreaOf(setup.page));
+      platform::qt::QtPrompt prompt(window);
+      action(page, setup, prompt);
+      layout::StorePrintSetup(setup, session.settings2D);
+    };
+  };
+  const auto print = [window, &session](bool ask) {
+    return [window, &session, ask](const ShownPage& page, layout::PrintSetup& setup, platform::Prompt& prompt) {
+      PrintPage(window, {page.content, page.peakList, session.document.source.path.filename().string()}, setup, prompt, ask);
+    };
+  };
+  menu.addAction("Print...", window, withPage(print(true)));
+  menu.addAction("Present Paper", window, withPage(print(false)));
+  menu.addAction("Printer Setting...", window, [window, &session] {
+    layout::PrintSetup setup = layout::PrintSetupFromSettings(session.settings2D);
+    if (OpenPrinterSetting(window, setup)) layout::StorePrintSetup(setup, session.settings2D);
+  });
+  QMenu* save = menu.addMenu("Save Screen");
+  for (const auto& [text, format] : {std::pair{"Save Screen as PNG...", ScreenFormat::Png},
+                                     std::pair{"Save Screen as BMP...", ScreenFormat::Bmp},
+                                     std::pair{"Save Screen as EMF...", ScreenFormat::Emf},
+                                     std::pair{"Save Screen as PDF...", ScreenFormat::Pdf},
+                                     std::pair{"Save Screen as SVG...", ScreenFormat::Svg}}) {
+    save->addAction(text, window, withPage([window, format](const ShownPage& page, layout::PrintSetup& setup, platform::Prompt& prompt) {
+      SaveScreen(window, format, page.content, page.page.paper, prompt);
+    }));
+  }
+}
+
+}  // namespace velk::gui

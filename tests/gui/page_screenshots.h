@@ -1,0 +1,12 @@
+#pragma once
+// The pictures of the page editor for velk2d-screenshots: "Print Preview" on the spectrum shown,
+// with a few annotations, and the text editor.
+#include <QString>
+
+#include "gui/main_window.h"
+
+namespace velk::test {
+
+bool PagePictures(gui::MainWindow& w, const QString& out);
+
+}  // namespace velk::test
