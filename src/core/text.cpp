@@ -91,4 +91,15 @@ std::string CutShiftJis(std::string_view bytes, std::size_t width) {
   return std::string(bytes.substr(0, std::min(i, bytes.size())));
 }
 
+std::uint32_t NextCodePoint(std::string_view s, std::size_t& i) {
+  const auto byte = [&](std::size_t k) { return static_cast<unsigned char>(s[k]); };
+  const unsigned char lead = byte(i);
+  int extra = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : 0;
+  if (i + extra >= s.size()) extra = 0;
+  std::uint32_t cp = extra == 0 ? lead : lead & (0x3F >> extra);
+  for (int k = 1; k <= extra; ++k) cp = (cp << 6) | (byte(i + k) & 0x3F);
+  i += 1 + extra;
+  return cp;
+}
+
 }  // namespace velk::core

@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "core/text.h"
 #include "layout/coded_text.h"
 
 namespace velk::layout {
@@ -15,22 +16,10 @@ constexpr std::string_view kSymbolFont = "Symbol";
 
 // ---- writing ----
 
-// The next code point of a UTF-8 string; a broken sequence gives its first byte.
-std::uint32_t NextCodePoint(std::string_view s, std::size_t& i) {
-  const auto byte = [&](std::size_t k) { return static_cast<unsigned char>(s[k]); };
-  const unsigned char lead = byte(i);
-  int extra = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : 0;
-  if (i + extra >= s.size()) extra = 0;
-  std::uint32_t cp = extra == 0 ? lead : lead & (0x3F >> extra);
-  for (int k = 1; k <= extra; ++k) cp = (cp << 6) | (byte(i + k) & 0x3F);
-  i += 1 + extra;
-  return cp;
-}
-
 std::string EscapeRtfText(std::string_view text) {
   std::string out;
   for (std::size_t i = 0; i < text.size();) {
-    const std::uint32_t cp = NextCodePoint(text, i);
+    const std::uint32_t cp = core::NextCodePoint(text, i);
     if (cp == '\\' || cp == '{' || cp == '}') {
       out += '\\';
       out += static_cast<char>(cp);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <map>
 
+#include "core/text.h"
 #include "layout/coded_text.h"
 #include "layout/draw_coded_text.h"
 
@@ -11,17 +12,6 @@ namespace velk::layout {
 namespace {
 
 constexpr int kScriptHalfPoints = 6;  // how far "\up" and "\dn" move; the reader needs only the sign
-
-std::uint32_t NextCodePoint(std::string_view s, std::size_t& i) {
-  const auto byte = [&](std::size_t k) { return static_cast<unsigned char>(s[k]); };
-  const unsigned char lead = byte(i);
-  int extra = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : 0;
-  if (i + extra >= s.size()) extra = 0;
-  std::uint32_t cp = extra == 0 ? lead : lead & (0x3F >> extra);
-  for (int k = 1; k <= extra; ++k) cp = (cp << 6) | (byte(i + k) & 0x3F);
-  i += 1 + extra;
-  return cp;
-}
 
 // The Symbol font's code of a Greek letter (or other character it draws), 0 for none.
 unsigned char SymbolCode(std::uint32_t cp) {
@@ -51,7 +41,7 @@ std::string EscapedCharacter(std::uint32_t cp) {
 std::string EscapedRun(const StyledRun& run) {
   std::string out;
   for (std::size_t i = 0; i < run.text.size();) {
-    const std::uint32_t cp = NextCodePoint(run.text, i);
+    const std::uint32_t cp = core::NextCodePoint(run.text, i);
     const unsigned char symbol = run.style.greek && cp >= 0x80 ? SymbolCode(cp) : 0;
     out += symbol ? (symbol < 0x80 ? std::string(1, static_cast<char>(symbol)) : Hex(symbol)) : EscapedCharacter(cp);
   }
@@ -131,7 +121,7 @@ std::string InternalCharacters(const StyledRun& run) {
   std::string out;
   for (std::size_t i = 0; i < run.text.size();) {
     const std::size_t from = i;
-    const std::uint32_t cp = NextCodePoint(run.text, i);
+    const std::uint32_t cp = core::NextCodePoint(run.text, i);
     const unsigned char symbol = run.style.greek && cp >= 0x80 ? SymbolCode(cp) : 0;
     if (symbol >= 0x80) out += Hex(symbol);
     else if (symbol > 0) out += static_cast<char>(symbol);
@@ -180,7 +170,7 @@ std::string LatinFromGreek(std::string_view text) {
   std::string out;
   for (std::size_t i = 0; i < text.size();) {
     const std::size_t from = i;
-    const std::uint32_t cp = NextCodePoint(text, i);
+    const std::uint32_t cp = core::NextCodePoint(text, i);
     const unsigned char symbol = cp >= 0x80 ? SymbolCode(cp) : 0;
     if (symbol > 0 && symbol < 0x80) {
       out += static_cast<char>(symbol);
