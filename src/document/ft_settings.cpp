@@ -36,7 +36,8 @@ void LoadFtSettings(const core::Settings& from, processing::SequenceSettings& se
   settings.t1Factor = processing::ClampT1NoiseFactor(static_cast<float>(core::Number(from, "FIST POINT COR 1 VAL")));
   for (int type = 0; type < 5; ++type) {
     const std::string& wording = core::Text(from, kExpressionKeys[type]);
-    if (wording.empty()) continue;
+    // A fresh settings file holds "0" for every value it has not been given.
+    if (wording.empty() || wording == "0") continue;
     expressions.initial[type] = wording;
     expressions.current[type] = wording;
   }

@@ -339,6 +339,8 @@ TEST(FtSettings, PredictionAndCorrectionValuesRoundTripThroughThe2DSettings) {
   EXPECT_FLOAT_EQ(settings.t1Factor, 0.5f);
   EXPECT_EQ(words.initial[processing::kGaussian], "my Gauss");
   EXPECT_EQ(words.current[processing::kGaussian], "my Gauss");
+  // A wording the file was never given ("0" in a fresh file) keeps the program's own.
+  EXPECT_EQ(words.current[processing::kExponential], processing::DefaultWindowExpressions().current[processing::kExponential]);
 
   settings.axis[model::F2].lp.BackPoints = 7;
   settings.t1Noise = true;
