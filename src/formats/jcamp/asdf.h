@@ -36,7 +36,7 @@ struct AsdfTable {
   // The X check: the abscissa of a line's first value advances by xStep (in the file's X units)
   // per value from what the first line gave; 0 checks nothing.
   double xStep = 0;
-  std::optional<double> xOrigin;
+  std::optional<double> xOrigin = std::nullopt;
   AsdfFault fault = AsdfFault::None;
 
   std::size_t Size() const { return out.empty() ? limit : out.size(); }
