@@ -55,7 +55,7 @@ void AddPageOutputActions(QMenu& menu, QWidget* window, document::Session& sessi
                                      std::pair{"Save Screen as EMF...", ScreenFormat::Emf},
                                      std::pair{"Save Screen as PDF...", ScreenFormat::Pdf},
                                      std::pair{"Save Screen as SVG...", ScreenFormat::Svg}}) {
-    save->addAction(text, window, withPage([window, format](const ShownPage& page, layout::PrintSetup& setup, platform::Prompt& prompt) {
+    save->addAction(text, window, withPage([window, format](const ShownPage& page, layout::PrintSetup&, platform::Prompt& prompt) {
       SaveScreen(window, format, page.content, page.page.paper, prompt);
     }));
   }
