@@ -57,6 +57,18 @@ bool ReferenceTool::SetShift(model::Axis axis, std::string_view text) {
   return true;
 }
 
+platform::Outcome ReferenceTool::SetByInstrument(std::optional<double> zeroPpmF2, std::optional<double> zeroPpmF1) {
+  platform::Outcome done =
+      SetReferenceByInstrument(host_.spectrum, host_.view, host_.pulseModeClass, zeroPpmF2, zeroPpmF1);
+  if (!done.ok()) return done;
+  const ReferenceValues now = CurrentReference(host_.spectrum);
+  crossF2_ = now[F2].RefPoint;
+  crossF1_ = now[F1].RefPoint;
+  shiftF2_ = now[F2].Reference;
+  shiftF1_ = now[F1].Reference;
+  return done;
+}
+
 std::string ReferenceTool::ShiftText(model::Axis axis) const {
   char text[64];
   std::snprintf(text, sizeof text, "%.4f", static_cast<double>(host_.spectrum.axis[axis].Reference));

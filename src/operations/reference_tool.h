@@ -25,6 +25,9 @@ class ReferenceTool final : public Tool {
   void MoveCross(std::int32_t dc, std::int32_t dr);
   // A typed shift for the cross's point of an axis; false (and nothing changed) when not a number.
   bool SetShift(model::Axis axis, std::string_view text);
+  // The instruments' 0 ppm frequencies set both axes (see SetReferenceByInstrument); the cross
+  // moves to the new reference points. "Fix" keeps it like any other move of the cross.
+  platform::Outcome SetByInstrument(std::optional<double> zeroPpmF2, std::optional<double> zeroPpmF1);
   // "#####0.0###" of the axis's reference.
   std::string ShiftText(model::Axis axis) const;
 
