@@ -15,6 +15,7 @@ using model::F2;
 ReferenceTool::ReferenceTool(ToolHost& host)
     : Tool(host),
       remembered_(CurrentReference(host.spectrum)),
+      zeroPpm_{host.spectrum.extras[F1].absFreq0ppm, host.spectrum.extras[F2].absFreq0ppm},
       viewF2Start_(host.view.ViewF2Start),
       viewF2End_(host.view.ViewF2End),
       viewF1Start_(host.view.ViewF1Start),
@@ -93,6 +94,7 @@ void ReferenceTool::Fix() {
 void ReferenceTool::Cancel() {
   Leave();
   ApplyReference(host_.spectrum, host_.view, remembered_);
+  for (model::Axis a : {F1, F2}) host_.spectrum.extras[a].absFreq0ppm = zeroPpm_[a];
   host_.view.ViewF2Start = viewF2Start_;
   host_.view.ViewF2End = viewF2End_;
   host_.view.ViewF1Start = viewF1Start_;

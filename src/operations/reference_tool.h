@@ -43,6 +43,7 @@ class ReferenceTool final : public Tool {
   void Apply();
 
   ReferenceValues remembered_;
+  std::array<double, 2> zeroPpm_;  // the axes' 0 ppm frequencies, which the instrument form sets
   float viewF2Start_, viewF2End_, viewF1Start_, viewF1End_;
   std::int32_t crossF2_, crossF1_;
   float shiftF2_, shiftF1_;
