@@ -259,6 +259,8 @@ void OperationTools::MarksChanged() {
   emit changed();
 }
 
+void OperationTools::PointerOverHandle(bool over) { view_.setCursor(over ? Qt::SizeAllCursor : Qt::CrossCursor); }
+
 void OperationTools::ScaleChanged() {
   if (State().ContourDirty) view_.WindowChanged();
   else view_.Recompose();
@@ -298,6 +300,7 @@ void OperationTools::Ended() {
     dock_->hide();
   }
   active_.tool.reset();
+  PointerOverHandle(false);
   view_.update();
   emit changed();
 }

@@ -64,6 +64,8 @@ class OperationTools final : public QObject {
   void Cancel();
   // The panel's values changed the trace or the marks only.
   void MarksChanged();
+  // The pointer's shape over the contour: the grab shape over the symmetry line's handles.
+  void PointerOverHandle(bool over);
   // Before a panel changes the scale of an axis, which a trace under way reads.
   void StopDrawing() { view_.StopTracing(); }
   // The scale of an axis changed (by a panel, or by the window's UnDo of a reference): axes anew
@@ -74,6 +76,8 @@ class OperationTools final : public QObject {
   const SpectrumView& View() const { return view_; }
   const model::Spectrum2D& Spectrum() const { return session_.document.spectrum; }
   display::DisplayState& State() { return session_.document.view; }
+  const model::InstrumentFrequencyTable& Instruments() const { return session_.instruments; }
+  platform::Prompt& Prompt() { return prompt_; }
 
  signals:
   // After every command and change: the panel shows the tool's state anew, the window its UnDo.

@@ -1,5 +1,9 @@
 #include "gui/reference_tool_panel.h"
 
+#include <QComboBox>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -7,11 +11,49 @@
 #include <QToolButton>
 
 #include "gui/operation_tools.h"
+#include "model/frequency_table.h"
 
 namespace velk::gui {
 
 using model::F1;
 using model::F2;
+
+namespace {
+
+// One form of the instrument reference: the instruments with their 0 ppm frequency for one axis.
+// Nothing when cancelled; the instrument's frequency field as it stands otherwise (empty when the
+// table gives none, which the command then refuses).
+std::optional<std::optional<double>> ChooseInstrument(QWidget* parent, const model::InstrumentFrequencyTable& table,
+                                                      model::Axis axis) {
+  QDialog dialog(parent);
+  dialog.setObjectName(axis == F1 ? "InstrumentF1" : "InstrumentF2");
+  dialog.setWindowTitle(axis == F1 ? "Set Reference of 2D(F1 direction) using Instrumental Data"
+                                   : "Set Reference of 2D(F2 direction) using Instrumental Data");
+  auto* form = new QFormLayout(&dialog);
+  auto* instrument = new QComboBox(&dialog);
+  instrument->setObjectName("Instrument");
+  for (const model::InstrumentFrequency& line : table) instrument->addItem(QString::fromStdString(line.fields[0]));
+  auto* frequency = new QLineEdit(&dialog);
+  frequency->setObjectName("InstrumentFrequency");
+  frequency->setReadOnly(true);
+  const auto show = [&] {
+    const std::optional<double> zero =
+        model::ZeroPpmFrequency(table, instrument->currentText().toStdString());
+    frequency->setText(zero ? QString::fromStdString(model::FormatFrequency(*zero)) : QString());
+  };
+  QObject::connect(instrument, &QComboBox::currentIndexChanged, &dialog, show);
+  show();
+  form->addRow("Instrument", instrument);
+  form->addRow("Instrument Frequency(MHz)", frequency);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  form->addRow(buttons);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return model::ZeroPpmFrequency(table, instrument->currentText().toStdString());
+}
+
+}  // namespace
 
 ReferenceToolPanel::ReferenceToolPanel(OperationTools& tools, operations::ReferenceTool& tool, QWidget* parent)
     : QWidget(parent), tools_(tools), tool_(tool) {
@@ -59,6 +101,11 @@ ReferenceToolPanel::ReferenceToolPanel(OperationTools& tools, operations::Refere
     });
     row->addWidget(b);
   }
+  auto* instrument = new QPushButton("Instrument...", this);
+  instrument->setObjectName("ByInstrument");
+  instrument->setToolTip("Set Reference of 2D using Instrumental Data");
+  connect(instrument, &QPushButton::clicked, this, &ReferenceToolPanel::ByInstrument);
+  row->addWidget(instrument);
   row->addStretch(1);
   auto* fix = new QPushButton("Fix", this);
   fix->setObjectName("Fix");
@@ -70,6 +117,17 @@ ReferenceToolPanel::ReferenceToolPanel(OperationTools& tools, operations::Refere
   row->addWidget(cancel);
   connect(&tools_, &OperationTools::changed, this, &ReferenceToolPanel::Show);
   Show();
+}
+
+void ReferenceToolPanel::ByInstrument() {
+  const auto f1 = ChooseInstrument(this, tools_.Instruments(), F1);
+  if (!f1) return;
+  const auto f2 = ChooseInstrument(this, tools_.Instruments(), F2);
+  if (!f2) return;
+  tools_.StopDrawing();
+  const platform::Outcome done = tool_.SetByInstrument(*f2, *f1);
+  if (!done.ok()) tools_.Prompt().Ask(done.message);
+  tools_.ScaleChanged();
 }
 
 void ReferenceToolPanel::Show() {

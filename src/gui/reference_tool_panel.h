@@ -19,6 +19,8 @@ class ReferenceToolPanel final : public QWidget {
 
  private:
   void Show();
+  // "Set Reference of 2D using Instrumental Data": an instrument for F1, then one for F2.
+  void ByInstrument();
 
   OperationTools& tools_;
   operations::ReferenceTool& tool_;

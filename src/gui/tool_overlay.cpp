@@ -91,19 +91,36 @@ void DrawPhaseTrace(platform::Surface& surface, const operations::PhaseTool& too
   }
 }
 
-// The diagonal that symmetrization mirrors across: F1 = F2 + d, from the left edge of the
-// contour to the right.
-void DrawSymmetryLine(platform::Surface& surface, float shift, const display::DisplayState& v,
-                      const model::Spectrum2D& s, const display::Rect& c) {
+// The diagonal that symmetrization mirrors across, F1 = F2 + d, from the left edge of the contour
+// to the right, in pixels.
+operations::ScreenLine SymmetryLine(float shift, const display::DisplayState& v, const model::Spectrum2D& s,
+                                    const display::Rect& c) {
   const double d = operations::DiagonalOffset(s, shift);
+  const auto y = [&](int x) { return Y(v, c, ValueAt(v.ViewF2Start, v.ViewF2End, c.x, c.width, x) + d); };
+  return {static_cast<double>(c.x), static_cast<double>(y(c.x)), static_cast<double>(c.right()),
+          static_cast<double>(y(c.right()))};
+}
+
+// The line with its handles: a small square at each end and in the middle.
+void DrawSymmetryLine(platform::Surface& surface, const operations::ScreenLine& line) {
   surface.SetPen(kSymmetryColor, 2);
-  const int xs[2] = {c.x, c.right()};
-  for (int i = 0; i < 2; ++i) {
-    const double f2 = ValueAt(v.ViewF2Start, v.ViewF2End, c.x, c.width, xs[i]);
-    const int y = Y(v, c, f2 + d);
-    if (i == 0) surface.MoveTo(xs[i], y);
-    else surface.LineTo(xs[i], y);
+  surface.MoveTo(static_cast<int>(line.x0), static_cast<int>(line.y0));
+  surface.LineTo(static_cast<int>(line.x1), static_cast<int>(line.y1));
+  const int r = static_cast<int>(operations::kHandleReach) - 2;
+  surface.SetBrush(kSymmetryColor);
+  for (double t : {0.0, 0.5, 1.0}) {
+    const int x = static_cast<int>(std::lrint(line.x0 + t * (line.x1 - line.x0)));
+    const int y = static_cast<int>(std::lrint(line.y0 + t * (line.y1 - line.y0)));
+    const platform::Point square[4] = {{x - r, y - r}, {x + r, y - r}, {x + r, y + r}, {x - r, y + r}};
+    surface.Polygon(square);
   }
+  surface.SetNoBrush();
+}
+
+bool OverSymmetryLine(const operations::SymmetrizeTool& sym, const display::ToolContext& context,
+                      const display::Pointer& at) {
+  return operations::GrabsSymmetryLine(SymmetryLine(sym.SymShift(), context.view, context.spectrum, context.contour),
+                                       at.x, at.y);
 }
 
 }  // namespace
@@ -124,7 +141,8 @@ void ToolOverlay::Press(display::ToolContext& context, const display::Pointer& a
     if (context.view.ToolCode != 2) return;  // the pivot button is up
     phase->SetPivot(phase->Axis() == F1 ? r.row : r.col);
     tools_.MarksChanged();
-  } else if (dynamic_cast<operations::SymmetrizeTool*>(tool)) {
+  } else if (auto* sym = dynamic_cast<operations::SymmetrizeTool*>(tool)) {
+    if (!OverSymmetryLine(*sym, context, at)) return;
     context.view.MouseMode = display::kSymmetryLine;
     Move(context, at);
   }
@@ -132,7 +150,10 @@ void ToolOverlay::Press(display::ToolContext& context, const display::Pointer& a
 
 void ToolOverlay::Move(display::ToolContext& context, const display::Pointer& at) {
   auto* sym = dynamic_cast<operations::SymmetrizeTool*>(tools_.Active());
-  if (!sym || context.view.MouseMode != display::kSymmetryLine) return;
+  if (!sym) return;
+  const bool dragging = context.view.MouseMode == display::kSymmetryLine;
+  tools_.PointerOverHandle(dragging || OverSymmetryLine(*sym, context, at));
+  if (!dragging) return;
   // The line through the pointer: its offset in F2 points from the line through the middle.
   const display::DisplayState& v = context.view;
   const display::Rect& c = context.contour;
@@ -177,7 +198,7 @@ void ToolOverlay::DrawOverlay(platform::Surface& surface, const display::Display
     }
   } else if (auto* sym = dynamic_cast<const operations::SymmetrizeTool*>(tool)) {
     surface.SetClip(c.x, c.y, c.width, c.height);
-    DrawSymmetryLine(surface, sym->SymShift(), v, s, c);
+    DrawSymmetryLine(surface, SymmetryLine(sym->SymShift(), v, s, c));
   } else if (auto* reference = dynamic_cast<const operations::ReferenceTool*>(tool)) {
     surface.SetClip(c.x, c.y, c.width, c.height);
     surface.SetPen(kReferenceColor, 1);

@@ -15,6 +15,7 @@ using model::F2;
 ReferenceTool::ReferenceTool(ToolHost& host)
     : Tool(host),
       remembered_(CurrentReference(host.spectrum)),
+      zeroPpm_{host.spectrum.extras[F1].absFreq0ppm, host.spectrum.extras[F2].absFreq0ppm},
       viewF2Start_(host.view.ViewF2Start),
       viewF2End_(host.view.ViewF2End),
       viewF1Start_(host.view.ViewF1Start),
@@ -57,6 +58,18 @@ bool ReferenceTool::SetShift(model::Axis axis, std::string_view text) {
   return true;
 }
 
+platform::Outcome ReferenceTool::SetByInstrument(std::optional<double> zeroPpmF2, std::optional<double> zeroPpmF1) {
+  platform::Outcome done =
+      SetReferenceByInstrument(host_.spectrum, host_.view, host_.pulseModeClass, zeroPpmF2, zeroPpmF1);
+  if (!done.ok()) return done;
+  const ReferenceValues now = CurrentReference(host_.spectrum);
+  crossF2_ = now[F2].RefPoint;
+  crossF1_ = now[F1].RefPoint;
+  shiftF2_ = now[F2].Reference;
+  shiftF1_ = now[F1].Reference;
+  return done;
+}
+
 std::string ReferenceTool::ShiftText(model::Axis axis) const {
   char text[64];
   std::snprintf(text, sizeof text, "%.4f", static_cast<double>(host_.spectrum.axis[axis].Reference));
@@ -81,6 +94,7 @@ void ReferenceTool::Fix() {
 void ReferenceTool::Cancel() {
   Leave();
   ApplyReference(host_.spectrum, host_.view, remembered_);
+  for (model::Axis a : {F1, F2}) host_.spectrum.extras[a].absFreq0ppm = zeroPpm_[a];
   host_.view.ViewF2Start = viewF2Start_;
   host_.view.ViewF2End = viewF2End_;
   host_.view.ViewF1Start = viewF1Start_;

@@ -25,6 +25,9 @@ class ReferenceTool final : public Tool {
   void MoveCross(std::int32_t dc, std::int32_t dr);
   // A typed shift for the cross's point of an axis; false (and nothing changed) when not a number.
   bool SetShift(model::Axis axis, std::string_view text);
+  // The instruments' 0 ppm frequencies set both axes (see SetReferenceByInstrument); the cross
+  // moves to the new reference points. "Fix" keeps it like any other move of the cross.
+  platform::Outcome SetByInstrument(std::optional<double> zeroPpmF2, std::optional<double> zeroPpmF1);
   // "#####0.0###" of the axis's reference.
   std::string ShiftText(model::Axis axis) const;
 
@@ -40,6 +43,7 @@ class ReferenceTool final : public Tool {
   void Apply();
 
   ReferenceValues remembered_;
+  std::array<double, 2> zeroPpm_;  // the axes' 0 ppm frequencies, which the instrument form sets
   float viewF2Start_, viewF2End_, viewF1Start_, viewF1End_;
   std::int32_t crossF2_, crossF1_;
   float shiftF2_, shiftF1_;

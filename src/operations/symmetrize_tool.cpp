@@ -49,4 +49,15 @@ bool BeginSymmetrize(ToolHost& host, ActiveTool& active) {
   return active.OpenOnSnapshot<SymmetrizeTool>(host, display::kSymmetrization);
 }
 
+bool GrabsSymmetryLine(const ScreenLine& line, double x, double y) {
+  const double dx = line.x1 - line.x0, dy = line.y1 - line.y0;
+  const double handles[3][2] = {{line.x0, line.y0}, {line.x1, line.y1}, {line.x0 + dx / 2, line.y0 + dy / 2}};
+  for (const auto& h : handles)
+    if (std::hypot(x - h[0], y - h[1]) <= kHandleReach) return true;
+  const double length2 = dx * dx + dy * dy;
+  if (!(length2 > 0)) return false;
+  const double t = std::clamp(((x - line.x0) * dx + (y - line.y0) * dy) / length2, 0.0, 1.0);
+  return std::hypot(x - (line.x0 + t * dx), y - (line.y0 + t * dy)) <= kLineReach;
+}
+
 }  // namespace velk::operations

@@ -35,4 +35,16 @@ class SymmetrizeTool final : public Tool {
 
 bool BeginSymmetrize(ToolHost& host, ActiveTool& active);
 
+// The symmetry line on the screen, in pixels, from one edge of the contour to the other. Its
+// handles are its two ends and its middle.
+struct ScreenLine {
+  double x0, y0, x1, y1;
+};
+inline constexpr double kHandleReach = 6;  // pixels around a handle that grab it
+inline constexpr double kLineReach = 3;    // pixels either side of the line between the handles
+
+// Whether a press at (x, y) takes hold of the line: near a handle, or on the line itself. A press
+// elsewhere on the contour leaves the line where it is.
+bool GrabsSymmetryLine(const ScreenLine& line, double x, double y);
+
 }  // namespace velk::operations

@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QToolButton>
+#include <QComboBox>
+#include <QDialog>
 #include <QtTest>
 #include <cmath>
 
@@ -18,6 +20,7 @@
 #include "gui/step_label.h"
 #include "operations/baseline_tool.h"
 #include "operations/phase_tool.h"
+#include "operations/symmetrize.h"
 #include "support/corpus.h"
 #include "support/temp_folder.h"
 
@@ -81,6 +84,17 @@ std::shared_ptr<QString> AnswerNext(const QString& button) {
       if (b->text() == button) b->click();
   });
   return text;
+}
+
+// Picks an instrument in the next instrument form and presses OK.
+void ChooseInstrumentNext(const QString& instrument) {
+  QTimer::singleShot(0, [instrument] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (!dialog) return;
+    auto* box = dialog->findChild<QComboBox*>("Instrument");
+    box->setCurrentIndex(box->findText(instrument));
+    dialog->accept();
+  });
 }
 
 }  // namespace
@@ -201,6 +215,20 @@ class OperationToolsTest : public QObject {
     t.Button<QToolButton>("shiftRight")->click();
     t.Button<QToolButton>("shiftRight")->click();
     QVERIFY(t.Button<QLabel>("symShift")->text().contains("0.50"));
+    // The line is taken by its middle handle only: a drag from far off leaves it where it is.
+    gui::SpectrumView& view = t.w.Picture();
+    const display::DisplayState& v = t.w.Document().view;
+    const double f2 = (v.ViewF2Start + v.ViewF2End) / 2;
+    const QPoint middle = view.PositionOf(f2, f2 + operations::DiagonalOffset(s, 0)).toPoint();
+    const auto drag = [&](QPoint from) {
+      QTest::mousePress(&view, Qt::LeftButton, {}, from);
+      QTest::mouseMove(&view, from + QPoint(12, 0));
+      QTest::mouseRelease(&view, Qt::LeftButton, {}, from + QPoint(12, 0));
+      return t.Button<QLabel>("symShift")->text();
+    };
+    const QString shifted = t.Button<QLabel>("symShift")->text();
+    QCOMPARE(drag(middle + QPoint(0, 80)), shifted);
+    QVERIFY(drag(middle) != shifted);
     t.Click("Preview");
     // Each value became the smaller of itself and its mirror: nothing grew, much shrank.
     std::size_t lowered = 0;
@@ -237,6 +265,29 @@ class OperationToolsTest : public QObject {
     QCOMPARE(t.UndoCaption(), QString("UnDo(2D Refernec Setting)"));
     t.Run("UnDo");
     QCOMPARE(s.ppmF2, f2Before);
+  }
+
+  void ReferenceByInstrument() {
+    Window t("bruker/cyclosporin_hsqc/3/pdata/1/2rr");
+    model::Spectrum2D& s = t.Data();
+    const std::vector<float> f2Before = s.ppmF2, f1Before = s.ppmF1;
+    // 0 ppm of each nucleus set so that the carrier reads 1 ppm (F2) and 50 ppm (F1).
+    auto& table = const_cast<model::InstrumentFrequencyTable&>(t.w.Operations().Instruments());
+    const double carrierF2 = s.extras[F2].absFreqCenter, carrierF1 = s.extras[F1].absFreqCenter;
+    table.push_back({{"test 1H", model::FormatFrequency(carrierF2 / (1 + 1e-6)), "", "", ""}});
+    table.push_back({{"test 13C", model::FormatFrequency(carrierF1 / (1 + 50e-6)), "", "", ""}});
+    t.Run("Reference Setting");
+    ChooseInstrumentNext("test 13C");
+    QTimer::singleShot(50, [] { ChooseInstrumentNext("test 1H"); });
+    t.Click("ByInstrument");
+    QVERIFY(t.Traced());
+    QVERIFY(std::abs(s.ppmF2[operations::CentrePoint(s.axis[F2].Point)] - 1.0f) < 1e-3f);
+    QVERIFY(std::abs(s.ppmF1[operations::CentrePoint(s.axis[F1].Point)] - 50.0f) < 1e-2f);
+    t.Click("Fix");
+    QCOMPARE(t.UndoCaption(), QString("UnDo(2D Refernec Setting)"));
+    t.Run("UnDo");
+    QCOMPARE(s.ppmF2, f2Before);
+    QCOMPARE(s.ppmF1, f1Before);
   }
 };
 

@@ -187,5 +187,19 @@ TEST(Tools, SymmetrizationAndReferenceCross) {
   EXPECT_EQ(r.references[0][F1].Reference, before[F1].Reference);
 }
 
+TEST(Tools, SymmetryLineIsTakenOnlyNearItOrItsHandles) {
+  // A steep line from (100, 400) to (300, 0): handles at both ends and at (200, 200).
+  const operations::ScreenLine line{100, 400, 300, 0};
+  EXPECT_TRUE(operations::GrabsSymmetryLine(line, 200, 200));
+  EXPECT_TRUE(operations::GrabsSymmetryLine(line, 204, 204));  // beside the middle handle, off the line
+  EXPECT_TRUE(operations::GrabsSymmetryLine(line, 96, 402));   // just beyond an end, on its handle
+  EXPECT_TRUE(operations::GrabsSymmetryLine(line, 152, 300));  // on the line between handles, 2 px aside
+  EXPECT_FALSE(operations::GrabsSymmetryLine(line, 156, 300));  // 5 px aside, away from any handle
+  EXPECT_FALSE(operations::GrabsSymmetryLine(line, 320, -40));  // on the line's extension, past its end
+  EXPECT_FALSE(operations::GrabsSymmetryLine(line, 200, 280));  // far below the middle
+  EXPECT_FALSE(operations::GrabsSymmetryLine({50, 50, 50, 50}, 60, 60));
+  EXPECT_TRUE(operations::GrabsSymmetryLine({50, 50, 50, 50}, 52, 52));
+}
+
 }  // namespace
 }  // namespace velk::test
