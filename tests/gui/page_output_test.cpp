@@ -1,7 +1,7 @@
-// The page leaving the program for real: printed through the CUPS PDF queue that
-// scripts/setup-test-printer makes (text and picture of the resulting PDF checked), printed to a
-// PDF file, saved as EMF and opened by LibreOffice, and the "Printer Setting" dialog used as a
-// person does.
+// The page leaving the program for real: printed through the one- and two-sided CUPS PDF queues
+// that scripts/setup-test-printer makes (text and picture of the resulting PDF checked, and the
+// sides CUPS was asked for), printed to a PDF file, saved as EMF and opened by LibreOffice and
+// Inkscape, and the "Printer Setting" dialog used as a person does.
 #include <QBuffer>
 #include <QClipboard>
 #include <QComboBox>
@@ -38,8 +38,10 @@ using namespace velk;
 
 namespace {
 
-// The queue scripts/setup-test-printer adds; the test expects it and fails without it.
-const char* kQueue = "velk2d-test-pdf";
+// The queues scripts/setup-test-printer adds, one printing one side of the paper, the other both;
+// the test expects them and fails without them.
+const QString kQueue = "velk2d-test-pdf";
+const QString kDuplexQueue = "velk2d-test-duplex";
 
 // A page of a synthetic spectrum with four peaks, the default parameters and a comment.
 struct TestPage {
@@ -132,6 +134,25 @@ QString FindCupsPdf(const QString& job) {
   return {};
 }
 
+// The "sides" CUPS recorded for a finished job, asked over IPP as the user who printed it (CUPS
+// hides job names from others).
+QString JobSides(const QString& queue, const QString& job, const QString& folder) {
+  const QString request = folder + "/jobs.test";
+  QFile file(request);
+  if (!file.open(QIODevice::WriteOnly)) return {};
+  file.write("{\n OPERATION Get-Jobs\n GROUP operation-attributes-tag\n"
+             " ATTR charset attributes-charset utf-8\n ATTR language attributes-natural-language en\n"
+             " ATTR uri printer-uri $uri\n ATTR name requesting-user-name $user\n ATTR keyword which-jobs completed\n"
+             " ATTR keyword requested-attributes job-name,sides\n STATUS successful-ok\n"
+             " DISPLAY job-name\n DISPLAY sides\n}\n");
+  file.close();
+  // The answer is a table: "job-name,sides" and a line per job.
+  const QString answer = Run("ipptool", {"-c", "ipp://localhost/printers/" + queue, request});
+  for (const QString& line : answer.split('\n'))
+    if (line.startsWith(job + ",")) return line.mid(job.size() + 1).trimmed();
+  return "no job " + job + " in " + answer.right(400);
+}
+
 // The checks every printed page must pass: its words and the contour where the layout puts it.
 void CheckPrintedPage(const QString& pdf, const QString& folder) {
   const QString text = PdfText(pdf);
@@ -152,27 +173,45 @@ class PageOutputTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void PrintsThroughTheCupsQueueWithTheListOnItsOwnSheet() {
-    QVERIFY2(QPrinterInfo::availablePrinterNames().contains(kQueue),
-             "the test printer is missing: run scripts/setup-test-printer (needs cups and printer-driver-cups-pdf)");
+  // The peak list goes on the reverse side: the one-sided queue says it cannot and prints two
+  // sheets; the two-sided one is asked for both sides and says nothing. Either way the PDF that
+  // CUPS makes holds the page and then the list.
+  void PrintsThroughTheCupsQueuesWithTheListOnTheReverse_data() {
+    QTest::addColumn<QString>("queue");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("sides");
+    QTest::newRow("one-sided") << kQueue << "The Printer cannot print on a reverse side!" << "one-sided";
+    const layout::PrintSetup setup;  // landscape A4 bound on the left: the sheet turns on its short edge
+    const bool longEdge = layout::FlipOnLongEdge(setup.bind, setup.page.landscape);
+    QTest::newRow("two-sided") << kDuplexQueue << "" << (longEdge ? "two-sided-long-edge" : "two-sided-short-edge");
+  }
+
+  void PrintsThroughTheCupsQueuesWithTheListOnTheReverse() {
+    QFETCH(QString, queue);
+    QFETCH(QString, message);
+    QFETCH(QString, sides);
+    QVERIFY2(QPrinterInfo::availablePrinterNames().contains(queue),
+             "the test printers are missing: run scripts/setup-test-printer (needs cups and printer-driver-cups-pdf)");
     TestPage page;
     test::TempFolder folder;
-    const QString job = QString("velk2d-print-test-%1").arg(QCoreApplication::applicationPid());
+    const QString job = QString("velk2d-print-test-%1-%2").arg(QCoreApplication::applicationPid()).arg(QTest::currentDataTag());
     layout::PrintSetup setup;
-    setup.printer = kQueue;
-    setup.dualSide = true;  // the PDF queue prints one side only
+    setup.printer = queue.toStdString();
+    setup.dualSide = true;
     test::ScriptedPrompt prompt;
     const platform::Outcome printed =
         gui::PrintPage(nullptr, {*page.content, page.list, job.toStdString()}, setup, prompt, false);
     QCOMPARE(printed.code, 0);
-    QCOMPARE(prompt.shown.size(), std::size_t{1});
-    QCOMPARE(QString::fromStdString(prompt.shown[0].text), QString("The Printer cannot print on a reverse side!"));
+    QStringList shown;
+    for (const auto& m : prompt.shown) shown << QString::fromStdString(m.text);
+    QCOMPARE(shown.join(""), message);
 
     const QString pdf = FindCupsPdf(job);
     QVERIFY2(!pdf.isEmpty(), "cups-pdf wrote no file for the job (see /var/log/cups/error_log)");
     QCOMPARE(PdfPages(pdf), 2);
     CheckPrintedPage(pdf, QString::fromStdString(folder.path.string()));
     QFile::remove(pdf);
+    QCOMPARE(JobSides(queue, job, QString::fromStdString(folder.path.string())), sides);
   }
 
   void PrintsToAPdfFileAndRefusesAMissingPrinter() {
