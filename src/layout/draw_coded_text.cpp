@@ -143,12 +143,14 @@ class Layout {
     }
   }
 
-  // The longest prefix that ends before a blank and fits the room; 0 when none does.
+  // The longest prefix that ends before a blank or an opening bracket and fits the room; 0 when
+  // none does. A window line such as "Hann(SqrSineBell)(ZeroFill:×2.0)" has no blank, and its
+  // brackets are where a reader expects it to break.
   std::size_t FittingPrefix(const std::string& text, double room) {
     std::size_t best = 0;
-    for (std::size_t blank = text.find(' '); blank != std::string::npos; blank = text.find(' ', blank + 1)) {
-      if (Width(text.substr(0, blank), look_) > room) break;
-      best = blank;
+    for (std::size_t at = text.find_first_of(" (", 1); at != std::string::npos; at = text.find_first_of(" (", at + 1)) {
+      if (Width(text.substr(0, at), look_) > room) break;
+      best = at;
     }
     return best;
   }

@@ -67,7 +67,7 @@ TEST(DrawCodedText, ScriptsGreekColoursAndTabs) {
   EXPECT_EQ(runs[8].at.x, 100 + 2 * 38) << "the tab goes to the next step of 3.8 sizes past 56";
 }
 
-TEST(DrawCodedText, MeasuresLinesAndWrapsAtBlanks) {
+TEST(DrawCodedText, MeasuresLinesAndWrapsAtBlanksAndBrackets) {
   platform::Extent extent;
   Draw("\\< ab\\cr abcd\\cr ", {100, 100}, &extent);
   EXPECT_EQ(extent.width, 20);
@@ -78,6 +78,10 @@ TEST(DrawCodedText, MeasuresLinesAndWrapsAtBlanks) {
   EXPECT_EQ(runs[1].text, "ccccccc") << "a word longer than the line is cut";
   EXPECT_EQ(runs[2].text, "c");
   EXPECT_EQ(runs[1].at.y, 11);
+  const auto window = Draw("\\< ab(cd)(efgh)", {0, 0, 1, 37}, nullptr);
+  ASSERT_EQ(window.size(), 2u);
+  EXPECT_EQ(window[0].text, "ab(cd)") << "a line without blanks breaks before a bracket";
+  EXPECT_EQ(window[1].text, "(efgh)");
   RecordingSurface surface;
   const platform::Extent measured = MeasureCodedText(surface, "\\< aaa bbb cccccccc", TextFont{}, 1, 37);
   EXPECT_EQ(measured.width, extent.width);
