@@ -143,12 +143,13 @@ class Layout {
     }
   }
 
-  // The longest prefix that ends before a blank or an opening bracket and fits the room; 0 when
-  // none does. A window line such as "Hann(SqrSineBell)(ZeroFill:×2.0)" has no blank, and its
-  // brackets are where a reader expects it to break.
+  // The longest prefix that fits the room and ends before a blank or an opening bracket, or after
+  // a slash; 0 when none does. A window line such as "Hann(SqrSineBell)(ZeroFill:×2.0)" or a
+  // file's path has no blank, and these are where a reader expects it to break.
   std::size_t FittingPrefix(const std::string& text, double room) {
     std::size_t best = 0;
-    for (std::size_t at = text.find_first_of(" (", 1); at != std::string::npos; at = text.find_first_of(" (", at + 1)) {
+    for (std::size_t at = 1; at < text.size(); ++at) {
+      if (text[at] != ' ' && text[at] != '(' && text[at - 1] != '/') continue;
       if (Width(text.substr(0, at), look_) > room) break;
       best = at;
     }

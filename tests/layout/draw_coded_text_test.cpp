@@ -82,6 +82,9 @@ TEST(DrawCodedText, MeasuresLinesAndWrapsAtBlanksAndBrackets) {
   ASSERT_EQ(window.size(), 2u);
   EXPECT_EQ(window[0].text, "ab(cd)") << "a line without blanks breaks before a bracket";
   EXPECT_EQ(window[1].text, "(efgh)");
+  const auto path = Draw("\\< /ab/cdefgh", {0, 0, 1, 37}, nullptr);
+  ASSERT_EQ(path.size(), 2u);
+  EXPECT_EQ(path[0].text, "/ab/") << "a path breaks after a slash";
   RecordingSurface surface;
   const platform::Extent measured = MeasureCodedText(surface, "\\< aaa bbb cccccccc", TextFont{}, 1, 37);
   EXPECT_EQ(measured.width, extent.width);
