@@ -71,4 +71,10 @@ void ReplaceParameterList(ParameterListEdit& edit, ParameterList list) {
   edit.selected.reset();
 }
 
+std::optional<platform::Message> CloseQuestion(const ParameterListEdit& edit) {
+  if (!edit.changed) return std::nullopt;
+  return platform::Message{"Confirmation", "The List has been changed! Anyway, close?", platform::Buttons::YesNo,
+                           platform::Icon::Question, false};
+}
+
 }  // namespace velk::layout

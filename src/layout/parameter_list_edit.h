@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "layout/parameter_file.h"
+#include "platform/message.h"
 
 namespace velk::layout {
 
@@ -31,5 +32,8 @@ void DeleteParameter(ParameterListEdit& edit);
 void UndoParameterEdit(ParameterListEdit& edit);
 // A list read from a file replaces the edited one; it counts as a change that UnDo takes back.
 void ReplaceParameterList(ParameterListEdit& edit, ParameterList list);
+// What leaving the editor without taking the list asks: "The List has been changed! Anyway,
+// close?" under "Confirmation" (Yes closes), nothing when the list is unchanged.
+std::optional<platform::Message> CloseQuestion(const ParameterListEdit& edit);
 
 }  // namespace velk::layout
