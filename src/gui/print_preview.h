@@ -33,6 +33,7 @@ class PrintPreview final : public QMainWindow {
                platform::Prompt& prompt, QWidget* parent);
 
   const layout::EditedPage& Page() const { return page_; }
+  const layout::PrintedParameters& Parameters() const { return parameters_; }
   PageView& View() { return *view_; }
   QString UndoText() const;
   QString StatusText() const;

@@ -36,6 +36,7 @@ TEST(ParameterListEdit, MovesStopAtTheEndsAndChangeNothingThere) {
   MoveParameterUp(edit);
   EXPECT_FALSE(edit.changed);
   EXPECT_FALSE(edit.canUndo);
+  EXPECT_FALSE(CloseQuestion(edit)) << "an unchanged list closes without a question";
   MoveParameterDown(edit);
   MoveParameterDown(edit);
   EXPECT_EQ(Kinds(edit.list), "BCA");
@@ -73,6 +74,10 @@ TEST(ParameterListEdit, AReadListIsAChangeThatUndoTakesBack) {
   EXPECT_TRUE(edit.changed);
   UndoParameterEdit(edit);
   EXPECT_EQ(Kinds(edit.list), "ABC");
+  const auto question = CloseQuestion(edit);
+  ASSERT_TRUE(question) << "a change taken back still asks, as the list was worked on";
+  EXPECT_EQ(question->title, "Confirmation");
+  EXPECT_EQ(question->text, "The List has been changed! Anyway, close?");
 }
 
 }  // namespace
