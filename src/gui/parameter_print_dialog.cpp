@@ -59,7 +59,8 @@ ParameterPrintDialog::ParameterPrintDialog(layout::ParameterPrintPage page, Para
   grid->addWidget(editList, 1, 1);
   file_ = new QLabel(lists);
   file_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  grid->addWidget(file_, 3, 0, 1, 2);
+  file_->setMinimumWidth(220);
+  grid->addWidget(file_, 0, 2);
   grid->setColumnStretch(2, 1);
   layout->addWidget(lists);
   connect(setFile, &QPushButton::clicked, this, [this] { ChooseFile(); });
@@ -71,7 +72,7 @@ ParameterPrintDialog::ParameterPrintDialog(layout::ParameterPrintPage page, Para
     Show();
   });
 
-  auto* look = new QGroupBox("Print", this);
+  auto* look = new QGroupBox("Parameter Block", this);
   auto* form = new QGridLayout(look);
   form->addWidget(new QLabel("Position of Decimal point", look), 0, 0);
   column_ = new QSpinBox(look);
@@ -82,8 +83,9 @@ ParameterPrintDialog::ParameterPrintDialog(layout::ParameterPrintPage page, Para
   connect(column_, &QSpinBox::valueChanged, this, [this](int v) { page_.printed.choice.decimalColumn = v; });
   QPushButton* font = Button("Font...", look);
   font_ = new QLabel(look);
-  form->addWidget(font, 1, 0);
-  form->addWidget(font_, 1, 1, 1, 2);
+  form->addWidget(new QLabel("Font", look), 1, 0);
+  form->addWidget(font, 1, 1);
+  form->addWidget(font_, 1, 2);
   connect(font, &QPushButton::clicked, this, [this] { ChooseFont(); });
   form->addWidget(new QLabel("Back Ground", look), 2, 0);
   filled_ = new QCheckBox("not Transparent", look);
@@ -97,13 +99,14 @@ ParameterPrintDialog::ParameterPrintDialog(layout::ParameterPrintPage page, Para
   form->setColumnStretch(3, 1);
   layout->addWidget(look);
 
-  auto* texts = new QHBoxLayout;
-  QPushButton* sample = Button("Edit Sample ID", this);
-  QPushButton* comment = Button("Edit Comment", this);
+  auto* data = new QGroupBox("Data Set", this);
+  auto* texts = new QHBoxLayout(data);
+  QPushButton* sample = Button("Edit Sample ID", data);
+  QPushButton* comment = Button("Edit Comment", data);
   texts->addWidget(sample);
   texts->addWidget(comment);
   texts->addStretch();
-  layout->addLayout(texts);
+  layout->addWidget(data);
   connect(sample, &QPushButton::clicked, this, [this] {
     bool ok = false;
     const QString typed = QInputDialog::getText(this, "Edit Sample ID", "Sample ID:", QLineEdit::Normal,
@@ -169,8 +172,8 @@ void ParameterPrintDialog::ChooseFont() {
 void ParameterPrintDialog::Show() {
   const layout::ParameterPrint& choice = page_.printed.choice;
   source_->button(static_cast<int>(choice.source))->setChecked(true);
-  file_->setText(choice.file.empty() ? QString("(no parameter file chosen)")
-                                     : "File: " + QString::fromStdString(choice.file.string()));
+  file_->setText(choice.file.empty() ? QString("(none chosen)") : QString::fromStdString(choice.file.filename().string()));
+  file_->setToolTip(QString::fromStdString(choice.file.string()));
   font_->setText(FontText(choice.font));
 }
 
