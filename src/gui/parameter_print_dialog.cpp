@@ -14,6 +14,7 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include "core/data_log.h"
 #include "gui/coded_text_editor.h"
 #include "platform/qt/qt_prompt.h"
 
@@ -26,6 +27,13 @@ QPushButton* Button(const QString& text, QWidget* parent) {
   auto* button = new QPushButton(text, parent);
   button->setAutoDefault(false);
   return button;
+}
+
+// A parameter file that can't be read: logged under its routine's tag and told.
+void Report(const document::Session& session, platform::Prompt& prompt, const platform::Outcome& failure,
+            const std::filesystem::path& file) {
+  core::WriteLog(session.log, failure.message.title, file.string());
+  prompt.Ask(failure.message);
 }
 
 QString FontText(const layout::TextFont& font) {
@@ -67,6 +75,9 @@ ParameterPrintDialog::ParameterPrintDialog(layout::ParameterPrintPage page, Para
   connect(editList, &QPushButton::clicked, this, [this] { EditList(); });
   connect(source_, &QButtonGroup::idClicked, this, [this](int id) {
     page_.printed.choice.source = static_cast<ParameterListSource>(id);
+    // A list never edited starts as the one printed now, not empty.
+    if (page_.printed.choice.source == ParameterListSource::List && page_.printed.choice.list.empty())
+      page_.printed.choice.list = sources_.printed;
     // "Use File" without a file asks for one at once.
     if (page_.printed.choice.source == ParameterListSource::File && page_.printed.choice.file.empty()) ChooseFile();
     Show();
@@ -186,7 +197,7 @@ layout::PrintedParameters SessionParameters(const document::Session& session, pl
   platform::Outcome failure;
   layout::PrintedParameters printed = layout::PrintedParametersFromSettings(
       session.settings2D, layout::ParameterFolder(session.settings2D, session.folders.config), &failure);
-  if (!failure.ok()) prompt.Ask(failure.message);
+  if (!failure.ok()) Report(session, prompt, failure, printed.choice.file);
   return printed;
 }
 
@@ -201,7 +212,7 @@ bool EditParameterPrint(QWidget* parent, document::Session& session, layout::Pri
   const platform::Outcome read = layout::ApplyParameterPrint(
       after.printed.choice, layout::ParameterFolder(session.settings2D, session.folders.config), chosen);
   if (!read.ok()) {
-    prompt.Ask(read.message);
+    Report(session, prompt, read, after.printed.choice.file);
     return false;
   }
   if (chosen.choice == printed.choice && chosen.list == printed.list && after.frame == before.frame &&

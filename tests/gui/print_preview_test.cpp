@@ -1,6 +1,7 @@
 // "Print Preview" driven as a person uses it, on the offscreen platform: open the example, open the
 // page, add one object of each kind, move and resize one, undo, save, open the file again and find
 // the page as it was left. And the text editor with its bracket notation.
+#include <QCheckBox>
 #include <QFileDialog>
 #include <QListWidget>
 #include <QMessageBox>
@@ -229,6 +230,8 @@ class PrintPreviewTest : public QObject {
         static_cast<QDialog&>(f).done(QDialog::Accepted);
       });
       pressIn(d, "Set Parameter File");
+      for (QCheckBox* c : d.findChildren<QCheckBox*>())
+        if (c->text() == "with Frame") c->setChecked(true);
       d.accept();
     });
     Action(preview->menuBar(), "Parameter Print...")->trigger();
@@ -237,6 +240,7 @@ class PrintPreviewTest : public QObject {
     QVERIFY(preview->Parameters().list == fromFile);
     QCOMPARE(preview->UndoText(), QString("UnDo(Print Parameter)"));
     QCOMPARE(QString::fromStdString(core::Text(w.Session().settings2D, "PARAMETER TABLE")), QString::fromStdString(prt));
+    QVERIFY(preview->Page().frames[layout::FrameKind::Parameter].Framed);
     QVERIFY(QTest::qWaitFor([&] { return preview->View().FramesPicture() != before; }, 20000));
     // The main window's page commands print the same list; once the file is gone they print the
     // default list and say why.
@@ -250,6 +254,7 @@ class PrintPreviewTest : public QObject {
     preview->Undo();
     QVERIFY(preview->Parameters().list == layout::DefaultParameterList());
     QCOMPARE(preview->UndoText(), QString("UnDo"));
+    QVERIFY(!preview->Page().frames[layout::FrameKind::Parameter].Framed);
     QCOMPARE(layout::ParameterPrintFromSettings(w.Session().settings2D).source, layout::ParameterListSource::Default);
 
     // Edit Parameters: F2FRQ goes above the first line, down one, is deleted, and goes below the
