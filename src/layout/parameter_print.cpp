@@ -104,8 +104,12 @@ PrintedParameters PrintedParametersFromSettings(const core::Settings& settings,
 
 ParameterList OfferedParameters(std::initializer_list<std::filesystem::path> folders) {
   ParameterList list;
-  for (const std::filesystem::path& folder : folders)
-    if (!folder.empty() && ReadAllParameters(folder, list).ok()) return list;
+  for (const std::filesystem::path& folder : folders) {
+    if (folder.empty() || !ReadAllParameters(folder, list).ok()) continue;
+    // The file's own comments are notes about it, not entries to print.
+    std::erase_if(list, [](const ParameterLine& line) { return line.Kind == ";"; });
+    return list;
+  }
   return MacroParameterList();
 }
 

@@ -56,7 +56,7 @@ PrintedParameters PrintedParametersFromSettings(const core::Settings& settings,
                                                 platform::Outcome* failure = nullptr);
 
 // The entries offered in "Edit Parameters": "NMRAllParE.lst" from the first folder that has it,
-// else every macro the program knows with its label.
+// without its comment lines, else every macro the program knows with its label.
 ParameterList OfferedParameters(std::initializer_list<std::filesystem::path> folders);
 
 // What "Parameter Print" changes besides the choice: the look of the parameter frame and the data

@@ -4,6 +4,7 @@
 #include <QListWidget>
 #include <QTest>
 
+#include "core/folders.h"
 #include "gui/coded_text_editor.h"
 #include "gui/parameter_print_dialog.h"
 #include "gui/print_preview.h"
@@ -66,7 +67,9 @@ bool PagePictures(gui::MainWindow& w, const QString& out) {
   editor.close();
 
   const layout::PrintedParameters& printed = preview->Parameters();
-  const gui::ParameterEditSources sources = gui::SessionParameterSources(w.Session(), printed.list);
+  gui::ParameterEditSources sources = gui::SessionParameterSources(w.Session(), printed.list);
+  // The window's folders are temporary: offer the list of all parameters the program installs.
+  sources.offered = layout::OfferedParameters({core::DefaultFolders(QCoreApplication::applicationFilePath().toStdString()).data});
   gui::ParameterPrintDialog print(layout::ParameterPrintPageOf(printed, preview->Page(), w.Document().spectrum), sources,
                                   preview);
   print.show();

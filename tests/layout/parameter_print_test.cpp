@@ -72,8 +72,8 @@ TEST(ParameterPrint, OfferedEntriesComeFromTheFirstListFoundElseFromTheMacros) {
   EXPECT_EQ(frq->Label, "F2-ObsFreq");
   EXPECT_GT(macros.size(), 200u);
 
-  installed.Write("NMRAllParE.lst", "PD        {Delay}\r\n");
-  EXPECT_EQ(OfferedParameters({empty.path, installed.path}), (ParameterList{{"PD", "Delay", ""}}));
+  installed.Write("NMRAllParE.lst", "; what this file is\r\n$---Times---\r\nPD        {Delay}\r\n");
+  EXPECT_EQ(OfferedParameters({empty.path, installed.path}), (ParameterList{{"$", "", "---Times---"}, {"PD", "Delay", ""}}));
 }
 
 }  // namespace
