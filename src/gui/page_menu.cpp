@@ -3,6 +3,7 @@
 #include <QMenu>
 #include <ctime>
 
+#include "gui/parameter_print_dialog.h"
 #include "layout/page_store.h"
 #include "platform/qt/picture_decode.h"
 #include "platform/qt/qt_prompt.h"
@@ -18,13 +19,15 @@ layout::ParameterSource PageSource(const document::Document& document) {
   return source;
 }
 
-ShownPage::ShownPage(const document::Document& document, const SpectrumView& shown, const layout::Paper& paper)
+ShownPage::ShownPage(const document::Document& document, const SpectrumView& shown, const layout::Paper& paper,
+                     layout::PrintedParameters printed)
     : view(shown.Input()),
-      parameters(layout::DefaultParameterList()),
+      parameters(std::move(printed)),
       source(PageSource(document)),
       page(layout::ReadStoredPage(document.spectrum.carried, paper)),
       pictures(platform::qt::DecodePicture),
-      content{view, parameters, source, document.spectrum.comment, page.objects, &page.frames, &pictures},
+      content{view, parameters.list, source, document.spectrum.comment, page.objects, &page.frames, &pictures,
+              parameters.choice.font, parameters.choice.decimalColumn},
       peakList(operations::PrintListRows(document.spectrum, document.source.path.filename().string(), {})) {}
 
 void AddPageOutputActions(QMenu& menu, QWidget* window, document::Session& session, const SpectrumView& view) {
@@ -32,8 +35,8 @@ void AddPageOutputActions(QMenu& menu, QWidget* window, document::Session& sessi
     return [window, &session, &view, action] {
       if (!view.Shown()) return;
       layout::PrintSetup setup = layout::PrintSetupFromSettings(session.settings2D);
-      const ShownPage page(session.document, view, layout::PageAreaOf(setup.page));
       platform::qt::QtPrompt prompt(window);
+      const ShownPage page(session.document, view, layout::PageAreaOf(setup.page), SessionParameters(session, prompt));
       action(page, setup, prompt);
       layout::StorePrintSetup(setup, session.settings2D);
     };

@@ -8,6 +8,7 @@
 #include "gui/page_output.h"
 #include "gui/spectrum_view.h"
 #include "layout/page_edit.h"
+#include "layout/parameter_print.h"
 
 class QMenu;
 class QWidget;
@@ -20,12 +21,13 @@ layout::ParameterSource PageSource(const document::Document& document);
 // The page of the spectrum the window shows, with the objects and frames the data set keeps for
 // it on the given paper, and everything it refers to.
 struct ShownPage {
-  ShownPage(const document::Document& document, const SpectrumView& view, const layout::Paper& paper);
+  ShownPage(const document::Document& document, const SpectrumView& view, const layout::Paper& paper,
+            layout::PrintedParameters parameters = {});
   ShownPage(const ShownPage&) = delete;
   ShownPage& operator=(const ShownPage&) = delete;
 
   display::MainViewInput view;
-  layout::ParameterList parameters;
+  layout::PrintedParameters parameters;
   layout::ParameterSource source;
   layout::EditedPage page;
   layout::PictureDecoder pictures;

@@ -19,6 +19,7 @@
 #include "gui/page_menu.h"
 #include "gui/page_output.h"
 #include "gui/page_property_dialogs.h"
+#include "gui/parameter_print_dialog.h"
 #include "layout/page_store.h"
 #include "platform/qt/picture_decode.h"
 
@@ -72,7 +73,7 @@ PrintPreview::PrintPreview(document::Session& session, const SpectrumView& shown
       prompt_(prompt),
       setup_(layout::PrintSetupFromSettings(session.settings2D)),
       shown_(shown),
-      parameters_(layout::DefaultParameterList()) {
+      parameters_(SessionParameters(session, prompt)) {
   setWindowTitle("Print Preview");
   setWindowFlag(Qt::Window);
   setWindowModality(Qt::ApplicationModal);  // the data stay as they are while their page is edited
@@ -154,6 +155,11 @@ void PrintPreview::BuildMenus() {
 
   QMenu* page = menuBar()->addMenu("&Page");
   page->addAction("Edit Comment...", this, [this] { EditComment(); });
+  page->addAction("Parameter Print...", this, [this] {
+    if (!EditParameterPrint(this, session_, parameters_, page_, undo_, prompt_)) return;
+    view_->FramesChanged();
+    Changed();
+  });
   page->addAction("Default Frames", this, [this] {
     const layout::PageFrames defaults = layout::DefaultPageFrames(page_.paper);
     for (std::size_t k = 0; k < layout::kFrameCount; ++k) {
@@ -195,7 +201,8 @@ void PrintPreview::WithContent(bool objects, const std::function<void(const layo
   const layout::ParameterSource source = PageSource(doc_);
   const layout::LayoutDocument none;
   const layout::PictureDecoder pictures = platform::qt::DecodePicture;
-  use({input, parameters_, source, doc_.spectrum.comment, objects ? page_.objects : none, &page_.frames, &pictures});
+  use({input, parameters_.list, source, doc_.spectrum.comment, objects ? page_.objects : none, &page_.frames, &pictures,
+       parameters_.choice.font, parameters_.choice.decimalColumn});
 }
 
 void PrintPreview::Print(bool askSetting) {

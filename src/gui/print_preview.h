@@ -11,6 +11,7 @@
 #include "gui/page_view.h"
 #include "gui/spectrum_view.h"
 #include "layout/page_undo.h"
+#include "layout/parameter_print.h"
 #include "layout/paste_object.h"
 #include "layout/print_setup.h"
 #include "platform/prompt.h"
@@ -32,6 +33,7 @@ class PrintPreview final : public QMainWindow {
                platform::Prompt& prompt, QWidget* parent);
 
   const layout::EditedPage& Page() const { return page_; }
+  const layout::PrintedParameters& Parameters() const { return parameters_; }
   PageView& View() { return *view_; }
   QString UndoText() const;
   QString StatusText() const;
@@ -73,7 +75,7 @@ class PrintPreview final : public QMainWindow {
   platform::Prompt& prompt_;
   layout::PrintSetup setup_;
   const SpectrumView& shown_;
-  layout::ParameterList parameters_;
+  layout::PrintedParameters parameters_;
   layout::EditedPage page_;
   layout::PageUndo undo_;
   std::optional<layout::CopiedObject> clipboard_;

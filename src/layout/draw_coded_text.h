@@ -15,6 +15,7 @@ struct TextFont {
   bool italic = false;
   bool underline = false;
   bool strikeOut = false;
+  friend bool operator==(const TextFont&, const TextFont&) = default;
 };
 
 // A width limit this large means the lines are never wrapped.

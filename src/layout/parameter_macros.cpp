@@ -444,6 +444,12 @@ std::optional<std::string> ArrayValue(std::string_view macro, const Source& src)
 
 bool IsKnownMacro(std::string_view macro) { return Macros().count(core::ToUpper(macro)) > 0; }
 
+ParameterList MacroParameterList() {
+  ParameterList list;
+  for (const auto& [name, macro] : Macros()) list.push_back({name, core::Trim(macro.label), {}});
+  return list;
+}
+
 std::optional<RenderedParameter> RenderParameter(const ParameterLine& line, const ParameterSource& source) {
   if (line.Kind == ";") return std::nullopt;
   if (line.Kind == "$") return RenderedParameter{Escaped(line.Text), {}, true};

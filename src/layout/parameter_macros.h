@@ -40,5 +40,8 @@ struct RenderedParameter {
 // it stands: its label (or the macro) and its text.
 std::optional<RenderedParameter> RenderParameter(const ParameterLine& line, const ParameterSource& source);
 bool IsKnownMacro(std::string_view macro);
+// Every macro the program knows, in alphabetical order, each with its own label: what "Edit
+// Parameters" offers when no list of all parameters is installed.
+ParameterList MacroParameterList();
 
 }  // namespace velk::layout

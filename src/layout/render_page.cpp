@@ -13,7 +13,6 @@ namespace {
 constexpr double kCmPerInch = 2.54;
 constexpr double kPointsPerInch = 72;
 constexpr double kMmPerCm = 10;
-constexpr double kParameterPoints = 9;
 constexpr double kCommentPoints = 12;
 constexpr double kAxisPoints = 8;
 constexpr double kColumnGap = 0.5;         // cm between the parameter columns
@@ -72,7 +71,8 @@ void DrawParameters(platform::Surface& surface, const PageContent& content, cons
     block.y = Dots(f.Y, dpi);
     block.scale = dpi / kPointsPerInch;
     block.width = Dots(std::max(0.5, f.Width / count - kColumnGap), dpi);
-    RenderParameterList(surface, count == 2 ? columns[c] : content.parameters, TextFont{"Sans Serif", kParameterPoints}, platform::kBlack, block,
+    block.decimalColumn = content.decimalColumn;
+    RenderParameterList(surface, count == 2 ? columns[c] : content.parameters, content.parameterFont, platform::kBlack, block,
                         content.source);
   }
 }

@@ -10,6 +10,7 @@
 #include "layout/page_frames.h"
 #include "layout/paint_objects.h"
 #include "layout/parameter_macros.h"
+#include "layout/render_parameter_list.h"
 #include "platform/progress.h"
 
 namespace velk::layout {
@@ -22,6 +23,8 @@ struct PageContent {
   const LayoutDocument& objects;
   const PageFrames* frames = nullptr;       // the default page's frames when none are given
   const PictureDecoder* pictures = nullptr;  // without one, image objects are not drawn
+  TextFont parameterFont{"Sans Serif", 9};
+  int decimalColumn = kDefaultDecimalColumn;
 };
 
 // Page centimetres to device units at the resolution.

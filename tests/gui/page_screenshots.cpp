@@ -1,9 +1,12 @@
 #include "page_screenshots.h"
 
 #include <QApplication>
+#include <QListWidget>
 #include <QTest>
 
+#include "core/folders.h"
 #include "gui/coded_text_editor.h"
+#include "gui/parameter_print_dialog.h"
 #include "gui/print_preview.h"
 #include "layout/bracket_text.h"
 #include "layout/styled_runs.h"
@@ -62,6 +65,24 @@ bool PagePictures(gui::MainWindow& w, const QString& out) {
   QTest::qWait(50);
   ok &= Save(editor, out + "/dialog-text-editor.png");
   editor.close();
+
+  const layout::PrintedParameters& printed = preview->Parameters();
+  gui::ParameterEditSources sources = gui::SessionParameterSources(w.Session(), printed.list);
+  // The window's folders are temporary: offer the list of all parameters the program installs.
+  sources.offered = layout::OfferedParameters({core::DefaultFolders(QCoreApplication::applicationFilePath().toStdString()).data});
+  gui::ParameterPrintDialog print(layout::ParameterPrintPageOf(printed, preview->Page(), w.Document().spectrum), sources,
+                                  preview);
+  print.show();
+  QTest::qWait(50);
+  ok &= Save(print, out + "/dialog-parameter-print.png");
+  print.close();
+  gui::ParameterEditDialog edit(printed.list, sources, preview);
+  edit.Offered()->setCurrentRow(8);
+  edit.Printed()->setCurrentRow(6);
+  edit.show();
+  QTest::qWait(50);
+  ok &= Save(edit, out + "/dialog-edit-parameters.png");
+  edit.close();
   preview->close();
   return ok;
 }

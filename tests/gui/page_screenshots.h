@@ -1,6 +1,6 @@
 #pragma once
 // The pictures of the page editor for velk2d-screenshots: "Print Preview" on the spectrum shown,
-// with a few annotations, and the text editor.
+// with a few annotations, the text editor, "Parameter Print" and "Edit Parameters".
 #include <QString>
 
 #include "gui/main_window.h"

@@ -1,7 +1,10 @@
 // "Print Preview" driven as a person uses it, on the offscreen platform: open the example, open the
 // page, add one object of each kind, move and resize one, undo, save, open the file again and find
 // the page as it was left. And the text editor with its bracket notation.
+#include <QCheckBox>
 #include <QFileDialog>
+#include <QListWidget>
+#include <QMessageBox>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -15,9 +18,12 @@
 #include "gui/coded_text_editor.h"
 #include "gui/main_window.h"
 #include "gui/page_menu.h"
+#include "gui/parameter_print_dialog.h"
 #include "gui/print_preview.h"
 #include "gui/window_dialog.h"
 #include "layout/styled_runs.h"
+#include "support/corpus.h"
+#include "support/scripted_prompt.h"
 #include "support/temp_folder.h"
 
 using namespace velk;
@@ -194,6 +200,101 @@ class PrintPreviewTest : public QObject {
     QVERIFY(back.objects.images == left.objects.images);
     QVERIFY(back.objects.drawOrder == left.objects.drawOrder);
     QCOMPARE(preview->Page().objects.images[1].Picture.size(), std::size_t(QFileInfo(png).size()));
+    preview->close();
+  }
+
+  // "Parameter Print" switches the page to a parameter file, and UnDo brings the default list
+  // back; "Edit Parameters" adds, moves and deletes lines and asks before it drops a change.
+  void ParameterPrintAndEditParameters() {
+    test::TempFolder folders;
+    gui::MainWindow w({folders / "data", folders / "config", folders / "log", folders / "work", folders / "program"}, "");
+    w.resize(1000, 800);
+    w.show();
+    w.OpenFile(test::CorpusPath("bruker/cyclosporin_hsqc/3/pdata/1/2rr").string());
+    QVERIFY(QTest::qWaitFor([&] { return !w.Opening() && w.Picture().Shown() && !w.Picture().Tracing(); }, 60000));
+    const std::string prt = folders.Write("short.prt", "$---Mine----\r\n;not printed\r\nF2FRQ     {Proton}\r\nF1NUC\r\n").string();
+    gui::PrintPreview* preview = OpenPreview(w);
+    QVERIFY(preview);
+    const QImage before = preview->View().FramesPicture();
+
+    const auto pressIn = [](QWidget& dialog, const QString& text) {
+      for (QPushButton* b : dialog.findChildren<QPushButton*>())
+        if (b->text() == text) return b->click();
+      QFAIL(qPrintable("no button " + text));
+    };
+    QString fileTitle;
+    WithNextDialog<gui::ParameterPrintDialog>([&](gui::ParameterPrintDialog& d) {
+      WithNextDialog<QFileDialog>([&](QFileDialog& f) {
+        fileTitle = f.windowTitle();
+        f.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(prt));
+        static_cast<QDialog&>(f).done(QDialog::Accepted);
+      });
+      pressIn(d, "Set Parameter File");
+      for (QCheckBox* c : d.findChildren<QCheckBox*>())
+        if (c->text() == "with Frame") c->setChecked(true);
+      d.accept();
+    });
+    Action(preview->menuBar(), "Parameter Print...")->trigger();
+    QCOMPARE(fileTitle, QString("Select Parameter File for printing parameter"));
+    const layout::ParameterList fromFile = layout::ParseParameterText("$---Mine----\n;not printed\nF2FRQ     {Proton}\nF1NUC\n");
+    QVERIFY(preview->Parameters().list == fromFile);
+    QCOMPARE(preview->UndoText(), QString("UnDo(Print Parameter)"));
+    QCOMPARE(QString::fromStdString(core::Text(w.Session().settings2D, "PARAMETER TABLE")), QString::fromStdString(prt));
+    QVERIFY(preview->Page().frames[layout::FrameKind::Parameter].Framed);
+    QVERIFY(QTest::qWaitFor([&] { return preview->View().FramesPicture() != before; }, 20000));
+    // The main window's page commands print the same list; once the file is gone they print the
+    // default list and say why.
+    test::ScriptedPrompt prompt;
+    QVERIFY(gui::SessionParameters(w.Session(), prompt).list == fromFile);
+    std::filesystem::rename(prt, prt + ".away");
+    QVERIFY(gui::SessionParameters(w.Session(), prompt).list == layout::DefaultParameterList());
+    QCOMPARE(prompt.shown.size(), std::size_t(1));
+    QCOMPARE(prompt.shown[0].title, std::string("ReadParaFile/Fm17"));
+
+    preview->Undo();
+    QVERIFY(preview->Parameters().list == layout::DefaultParameterList());
+    QCOMPARE(preview->UndoText(), QString("UnDo"));
+    QVERIFY(!preview->Page().frames[layout::FrameKind::Parameter].Framed);
+    QCOMPARE(layout::ParameterPrintFromSettings(w.Session().settings2D).source, layout::ParameterListSource::Default);
+
+    // Edit Parameters: F2FRQ goes above the first line, down one, is deleted, and goes below the
+    // first line again; leaving without OK asks, "No" stays, then OK takes the list.
+    QStringList seen;
+    QString question;
+    WithNextDialog<gui::ParameterPrintDialog>([&](gui::ParameterPrintDialog& d) {
+      WithNextDialog<gui::ParameterEditDialog>([&](gui::ParameterEditDialog& e) {
+        const auto offered = e.Offered()->findItems("F2FRQ ", Qt::MatchStartsWith);
+        QVERIFY(!offered.isEmpty());
+        e.Offered()->setCurrentItem(offered.front());
+        e.Printed()->setCurrentRow(0);
+        const auto first = [&] { return QString::fromStdString(e.List()[0].Kind) + "," + QString::fromStdString(e.List()[1].Kind); };
+        pressIn(e, "Add above=>");
+        seen << first();
+        pressIn(e, "Move Down");
+        seen << first();
+        pressIn(e, "Delete");
+        seen << first();
+        e.Printed()->setCurrentRow(0);
+        pressIn(e, "Add below=>");
+        seen << first();
+        WithNextDialog<QMessageBox>([&](QMessageBox& m) {
+          question = m.windowTitle() + ": " + m.text();
+          for (QAbstractButton* b : m.buttons())
+            if (b->text().remove('&') == "No") b->click();
+        });
+        e.reject();
+        QVERIFY(e.isVisible());
+        e.accept();
+      });
+      pressIn(d, "Edit Parameter List");
+      d.accept();
+    });
+    Action(preview->menuBar(), "Parameter Print...")->trigger();
+    QCOMPARE(seen, QStringList({"F2FRQ,DFILE", "DFILE,F2FRQ", "DFILE,DATIM", "DFILE,F2FRQ"}));
+    QCOMPARE(question, QString("Confirmation: The List has been changed! Anyway, close?"));
+    QCOMPARE(preview->Parameters().choice.source, layout::ParameterListSource::List);
+    QCOMPARE(preview->Parameters().list.size(), layout::DefaultParameterList().size() + 1);
+    QCOMPARE(preview->Parameters().list[1].Kind, std::string("F2FRQ"));
     preview->close();
   }
 
