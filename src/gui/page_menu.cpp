@@ -18,13 +18,14 @@ layout::ParameterSource PageSource(const document::Document& document) {
   return source;
 }
 
-ShownPage::ShownPage(const document::Document& document, const SpectrumView& shown, const layout::Paper& paper)
+ShownPage::ShownPage(const document::Document& document, const SpectrumView& shown, const layout::Paper& paper,
+                     const core::Settings* printSet)
     : view(shown.Input()),
       parameters(layout::DefaultParameterList()),
       source(PageSource(document)),
       page(layout::ReadStoredPage(document.spectrum.carried, paper)),
       pictures(platform::qt::DecodePicture),
-      content{view, parameters, source, document.spectrum.comment, page.objects, &page.frames, &pictures},
+      content{view, parameters, source, document.spectrum.comment, page.objects, &page.frames, &pictures, printSet},
       peakList(operations::PrintListRows(document.spectrum, document.source.path.filename().string(), {})) {}
 
 void AddPageOutputActions(QMenu& menu, QWidget* window, document::Session& session, const SpectrumView& view) {
@@ -32,7 +33,7 @@ void AddPageOutputActions(QMenu& menu, QWidget* window, document::Session& sessi
     return [window, &session, &view, action] {
       if (!view.Shown()) return;
       layout::PrintSetup setup = layout::PrintSetupFromSettings(session.settings2D);
-      const ShownPage page(session.document, view, layout::PageAreaOf(setup.page));
+      const ShownPage page(session.document, view, layout::PageAreaOf(setup.page), &session.printSet);
       platform::qt::QtPrompt prompt(window);
       action(page, setup, prompt);
       layout::StorePrintSetup(setup, session.settings2D);

@@ -112,6 +112,10 @@ void PrintPreview::BuildMenus() {
   file->addAction("Print...", QKeySequence::Print, this, [this] { Print(true); });
   file->addAction("Present Paper", this, [this] { Print(false); });
   file->addAction("Printer Setting...", this, [this] { PrinterSetting(); });
+  file->addAction("Read Print Set...", this, [this] {
+    if (ReadPrintSetFile(session_.printSet, prompt_).ok()) view_->FramesChanged();
+  });
+  file->addAction("Save Print Set...", this, [this] { SavePrintSetFile(session_.printSet, prompt_); });
   file->addSeparator();
   const std::pair<const char*, ScreenFormat> kinds[] = {{"Save Screen as PNG", ScreenFormat::Png},
                                                         {"Save Screen as BMP", ScreenFormat::Bmp},
@@ -195,7 +199,8 @@ void PrintPreview::WithContent(bool objects, const std::function<void(const layo
   const layout::ParameterSource source = PageSource(doc_);
   const layout::LayoutDocument none;
   const layout::PictureDecoder pictures = platform::qt::DecodePicture;
-  use({input, parameters_, source, doc_.spectrum.comment, objects ? page_.objects : none, &page_.frames, &pictures});
+  use({input, parameters_, source, doc_.spectrum.comment, objects ? page_.objects : none, &page_.frames, &pictures,
+       &session_.printSet});
 }
 
 void PrintPreview::Print(bool askSetting) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/settings.h"
 #include "display/page_picture.h"
 #include "layout/layout_document.h"
 #include "layout/page_frames.h"
@@ -22,6 +23,7 @@ struct PageContent {
   const LayoutDocument& objects;
   const PageFrames* frames = nullptr;       // the default page's frames when none are given
   const PictureDecoder* pictures = nullptr;  // without one, image objects are not drawn
+  const core::Settings* printSet = nullptr;  // the look; the default print set when none is given
 };
 
 // Page centimetres to device units at the resolution.
@@ -30,9 +32,9 @@ PageScale ScaleOf(double dotsPerInch);
 // The device size of the page at the resolution.
 platform::Extent PageExtent(const Paper& paper, double dotsPerInch);
 
-// Draws the page: each shown frame with its background and line, the comment, the spectrum in its
-// frame with the axes along its lower and right edges, the traces and level bar in theirs, the
-// parameter block in two columns, and the objects on top. False when the spectrum could not be drawn (an empty window, or quit).
+// Draws the page in the print set's look: the paper, each shown frame with its background and
+// line, the comment, the spectrum in its frame with the axes along its lower and right edges, the
+// traces and level bar in theirs, the parameter block in two columns, and the objects on top. False when the spectrum could not be drawn (an empty window, or quit).
 bool RenderPage(platform::Surface& surface, const PageContent& content, const Paper& paper, double dotsPerInch,
                 platform::Progress& progress);
 
