@@ -113,9 +113,15 @@ void PrintPreview::BuildMenus() {
   file->addAction("Present Paper", this, [this] { Print(false); });
   file->addAction("Printer Setting...", this, [this] { PrinterSetting(); });
   file->addAction("Read Print Set...", this, [this] {
-    if (ReadPrintSetFile(session_.printSet, prompt_).ok()) view_->FramesChanged();
+    if (!ReadPrintSetFile(session_.printSet, prompt_).ok()) return;
+    layout::ListFontFromPrintSet(session_.printSet, setup_);
+    layout::StorePrintSetup(setup_, session_.settings2D);
+    view_->FramesChanged();
   });
-  file->addAction("Save Print Set...", this, [this] { SavePrintSetFile(session_.printSet, prompt_); });
+  file->addAction("Save Print Set...", this, [this] {
+    layout::ListFontIntoPrintSet(setup_, session_.printSet);
+    SavePrintSetFile(session_.printSet, prompt_);
+  });
   file->addSeparator();
   const std::pair<const char*, ScreenFormat> kinds[] = {{"Save Screen as PNG", ScreenFormat::Png},
                                                         {"Save Screen as BMP", ScreenFormat::Bmp},

@@ -126,12 +126,6 @@ TEST(PageCommand, APrintSetColoursAndWidensThePage) {
   EXPECT_GT(RowsWithRun(plain, qRgb(0, 0, 0), 300), 0);
   EXPECT_GT(PixelsOf(plain, traceF2, qRgb(0, 0, 0)), 100);
   EXPECT_EQ(PixelsOf(plain, traceF2, qRgb(0, 0, 255)), 0);
-
-  const CliRun refused = RunCli("page " + Quoted((folder / "s.vlk2").string()) + " -o " +
-                                Quoted((folder / "r.png").string()) + " --print-set " +
-                                Quoted(folder.Write("bad.pr2", "2D Initial Setting Ver.4\r\n").string()));
-  EXPECT_NE(refused.exitStatus, 0);
-  EXPECT_FALSE(std::filesystem::exists(folder / "r.png"));
 }
 
 }  // namespace
