@@ -3,6 +3,7 @@
 // trace above it, the F1 trace beside it and the level bar, composed as the main window shows them.
 #include <string>
 
+#include "display/axes.h"
 #include "display/contour.h"
 #include "display/display_state.h"
 #include "display/traces.h"
@@ -23,6 +24,7 @@ struct MainViewInput {
   // "High Resolution 1D Data": the 1D sets read beside the 2D; a panel without one keeps its projection.
   const model::Spectrum1D* companionF2 = nullptr;
   const model::Spectrum1D* companionF1 = nullptr;
+  const GridSetting* grid = nullptr;  // the lattice the window lays over the contour; the page prints it
 };
 
 // How the lines and texts around the contour are drawn; the defaults are the main window's.

@@ -49,6 +49,12 @@ PageLook LookOf(const core::Settings& set) {
   look.axis = ColorOf(set, "AXIS COL");
   look.trace = ColorOf(set, "1D SPEC COL");
   look.parameter = ColorOf(set, "PARAMETER COL");
+  look.grid = ColorOf(set, "GRID COL");
+  look.peakLine = ColorOf(set, "PEAK LINE COL");
+  look.inadequate = ColorOf(set, "INADEQUATE COL");
+  look.gridWidth = core::Number(set, "WIDTH GRID");
+  look.peakLineWidth = core::Number(set, "WIDTH PEAK LINE");
+  look.inadequateWidth = core::Number(set, "WIDTH INADEQUATE");
   look.axisWidth = core::Number(set, "WIDTH AXIS");
   look.traceWidth = core::Number(set, "WIDTH 1D SPEC");
   look.contourWidth = core::Number(set, "WIDTH 2D SPEC");

@@ -8,6 +8,7 @@
 #include "layout/page_look.h"
 #include "layout/print_set.h"
 #include "layout/render_parameter_list.h"
+#include "operations/contour_marks.h"
 
 namespace velk::layout {
 namespace {
@@ -76,6 +77,27 @@ display::MainViewLayout ViewInFrames(const PageFrames& frames, double axisPoints
   return l;
 }
 
+// Over the contour: the window's grid, the slope 2 line of an INADEQUATE set and the peak crosses.
+void DrawOverContour(platform::Surface& surface, const display::MainViewInput& in, const display::Rect& contour,
+                     const PageLook& look, double dpi) {
+  if (in.grid && in.grid->shown) {
+    display::GridSetting grid = *in.grid;
+    grid.color = look.grid;
+    grid.penWidth = PenWidth(look.gridWidth, dpi);
+    surface.SetClip(contour.x, contour.y, contour.width, contour.height);
+    display::DrawGridLines(surface, contour, in.view, grid);
+    surface.ClearClip();
+  }
+  operations::MarkStyle marks;
+  marks.peakColor = look.peakLine;
+  marks.peakWidth = PenWidth(look.peakLineWidth, dpi);
+  marks.peakHalfSize = PenWidth(marks.peakHalfSize, dpi);
+  marks.slopeColor = look.inadequate;
+  marks.slopeWidth = PenWidth(look.inadequateWidth, dpi);
+  operations::DrawSlope2Line(surface, in.view, in.spectrum, contour, marks);
+  operations::DrawPeakMarks(surface, in.view, in.spectrum, contour, marks);
+}
+
 void DrawParameters(platform::Surface& surface, const PageContent& content, const PageLook& look, const PageFrame& f,
                     double dpi) {
   if (!f.Shown) return;
@@ -124,10 +146,11 @@ bool RenderPage(platform::Surface& surface, const PageContent& content, const Pa
                            dotsPerInch / kPointsPerInch, double(Dots(comment.Width, dotsPerInch))};
     DrawCodedText(surface, at, content.comment, TextFont{"Sans Serif", kCommentPoints}, platform::kBlack);
   }
-  if (frames[FrameKind::Spectrum].Shown &&
-      !display::DrawMainViewIn(surface, ViewInFrames(frames, look.axisFont.points, dotsPerInch), content.view, progress,
-                               ViewLookOf(look, dotsPerInch)))
-    return false;
+  if (frames[FrameKind::Spectrum].Shown) {
+    const display::MainViewLayout view = ViewInFrames(frames, look.axisFont.points, dotsPerInch);
+    if (!display::DrawMainViewIn(surface, view, content.view, progress, ViewLookOf(look, dotsPerInch))) return false;
+    DrawOverContour(surface, content.view, view.contour, look, dotsPerInch);
+  }
   DrawParameters(surface, content, look, frames[FrameKind::Parameter], dotsPerInch);
   PaintObjects(surface, content.objects, ScaleOf(dotsPerInch), content.pictures);
   return true;
