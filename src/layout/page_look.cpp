@@ -52,9 +52,11 @@ PageLook LookOf(const core::Settings& set) {
   look.grid = ColorOf(set, "GRID COL");
   look.peakLine = ColorOf(set, "PEAK LINE COL");
   look.inadequate = ColorOf(set, "INADEQUATE COL");
+  look.sliceLine = ColorOf(set, "SLICE LINE COL");
   look.gridWidth = core::Number(set, "WIDTH GRID");
   look.peakLineWidth = core::Number(set, "WIDTH PEAK LINE");
   look.inadequateWidth = core::Number(set, "WIDTH INADEQUATE");
+  look.sliceLineWidth = core::Number(set, "WIDTH SLICE LINE");
   look.axisWidth = core::Number(set, "WIDTH AXIS");
   look.traceWidth = core::Number(set, "WIDTH 1D SPEC");
   look.contourWidth = core::Number(set, "WIDTH 2D SPEC");

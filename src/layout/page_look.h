@@ -1,6 +1,6 @@
 #pragma once
 // The look of the printed page as a print set gives it: the paper, the frames' backgrounds and
-// lines, the axes, traces and contour lines, the grid, peak and INADEQUATE lines, the level bar, and the fonts of the axes and the
+// lines, the axes, traces and contour lines, the grid, peak, slice and INADEQUATE lines, the level bar, and the fonts of the axes and the
 // parameter block. Colours are kept as the set stores them (decimal numbers,
 // red in the low byte), widths in units of 1/96 inch so that a width of 1 is one screen pixel.
 #include <array>
@@ -26,8 +26,9 @@ struct PageLook {
   std::array<FrameLook, kFrameCount> frames{};  // indexed by FrameKind
   platform::Color axis = platform::kBlack, trace = platform::kBlack, parameter = platform::kBlack;
   platform::Color grid = platform::kBlack, peakLine = platform::kBlack, inadequate = platform::kBlack;
+  platform::Color sliceLine = platform::kBlack;
   double axisWidth = 1, traceWidth = 1, contourWidth = 1, levelBarWidth = 1;
-  double gridWidth = 1, peakLineWidth = 1, inadequateWidth = 1;
+  double gridWidth = 1, peakLineWidth = 1, inadequateWidth = 1, sliceLineWidth = 1;
   TextFont axisFont, parameterFont;
 };
 

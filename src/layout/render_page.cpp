@@ -4,6 +4,7 @@
 #include <cmath>
 #include <vector>
 
+#include "display/tools.h"
 #include "layout/draw_coded_text.h"
 #include "layout/page_look.h"
 #include "layout/print_set.h"
@@ -77,17 +78,25 @@ display::MainViewLayout ViewInFrames(const PageFrames& frames, double axisPoints
   return l;
 }
 
-// Over the contour: the window's grid, the slope 2 line of an INADEQUATE set and the peak crosses.
+// Behind the contour, so that no line crosses a peak: the window's grid.
+void DrawGrid(platform::Surface& surface, const display::MainViewInput& in, const display::Rect& contour,
+              const PageLook& look, double dpi) {
+  if (!in.grid || !in.grid->shown) return;
+  display::GridSetting grid = *in.grid;
+  grid.color = look.grid;
+  grid.penWidth = PenWidth(look.gridWidth, dpi);
+  surface.SetClip(contour.x, contour.y, contour.width, contour.height);
+  display::DrawGridLines(surface, contour, in.view, grid);
+  surface.ClearClip();
+}
+
+// Over the contour: the window's slice cursors, the slope 2 line of an INADEQUATE set and the peak
+// crosses.
 void DrawOverContour(platform::Surface& surface, const display::MainViewInput& in, const display::Rect& contour,
                      const PageLook& look, double dpi) {
-  if (in.grid && in.grid->shown) {
-    display::GridSetting grid = *in.grid;
-    grid.color = look.grid;
-    grid.penWidth = PenWidth(look.gridWidth, dpi);
-    surface.SetClip(contour.x, contour.y, contour.width, contour.height);
-    display::DrawGridLines(surface, contour, in.view, grid);
-    surface.ClearClip();
-  }
+  surface.SetClip(contour.x, contour.y, contour.width, contour.height);
+  display::DrawSliceLines(surface, in.view, in.spectrum, contour, look.sliceLine, PenWidth(look.sliceLineWidth, dpi));
+  surface.ClearClip();
   operations::MarkStyle marks;
   marks.peakColor = look.peakLine;
   marks.peakWidth = PenWidth(look.peakLineWidth, dpi);
@@ -148,6 +157,7 @@ bool RenderPage(platform::Surface& surface, const PageContent& content, const Pa
   }
   if (frames[FrameKind::Spectrum].Shown) {
     const display::MainViewLayout view = ViewInFrames(frames, look.axisFont.points, dotsPerInch);
+    DrawGrid(surface, content.view, view.contour, look, dotsPerInch);
     if (!display::DrawMainViewIn(surface, view, content.view, progress, ViewLookOf(look, dotsPerInch))) return false;
     DrawOverContour(surface, content.view, view.contour, look, dotsPerInch);
   }

@@ -308,7 +308,7 @@ class PageOutputTest : public QObject {
     QCOMPARE(core::Number(back, "GRID COL"), 255.0);
     QCOMPARE(gui::ReadPrintSetFile(back, prompt).code, 1);
     QCOMPARE(core::Number(back, "GRID COL"), 255.0);
-    QCOMPARE(core::Number(layout::StartingPrintSet(folder.path), "GRID COL"), 0.0);
+    QCOMPARE(core::Number(layout::StartingPrintSet(folder.path), "GRID COL"), 65535.0);
   }
 
   void PrinterSettingAsAPersonUsesIt() {

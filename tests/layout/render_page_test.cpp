@@ -83,7 +83,7 @@ TEST(RenderPage, CommentSpectrumParametersAndObjectsInTheirFrames) {
 }
 
 // The print set's fonts and parameter colour reach the texts (at 72 dots per inch a point is a
-// pixel), its colours and widths the grid and the peak crosses.
+// pixel), its colours and widths the grid, the slice line and the peak crosses.
 TEST(RenderPage, TextsAndMarksInThePrintSetsLook) {
   auto s = test::MakeSynthetic2D(128, 128, {{5, 5, 1.0, 0.1}});
   s->peaks.peaks.push_back({.PosF2 = 64 * s->axis[model::F2].Resolution, .PosF1 = 64 * s->axis[model::F1].Resolution});
@@ -91,12 +91,14 @@ TEST(RenderPage, TextsAndMarksInThePrintSetsLook) {
   const display::GridSetting grid{.shown = true};
   display::MainViewInput view{*s, model::VPH_HOMO, setting, {}, display::TraceKind::Projection, "F2 (ppm)", "F1 (ppm)"};
   view.grid = &grid;
+  view.view.SliceF1 = 64;
   view.view.ViewF2Start = 10, view.view.ViewF2End = 0, view.view.ViewF1Start = 0, view.view.ViewF1End = 10;
   const ParameterList parameters = DefaultParameterList();
   core::Settings set = DefaultPrintSet();
   std::istringstream file("COLOR SET OF PRINT 2D VER.4\nAXIS FONT NAME;Times New Roman\nAXIS FONT SIZE;20\n"
                           "PARA FONT NAME;Courier New\nPARA FONT SIZE;14\nPARAMETER COL;32768\n"
-                          "GRID COL;65280\nWIDTH GRID;2\nPEAK LINE COL;8388736\nWIDTH PEAK LINE;4\n");
+                          "GRID COL;12632256\nWIDTH GRID;2\nPEAK LINE COL;8388736\nWIDTH PEAK LINE;4\n"
+                          "SLICE LINE COL;8421376\nWIDTH SLICE LINE;6\n");
   ASSERT_TRUE(ReadPrintSet(file, set).ok());
   const ParameterSource source{.s = *s};
   const LayoutDocument objects;
@@ -117,8 +119,9 @@ TEST(RenderPage, TextsAndMarksInThePrintSetsLook) {
   }
   EXPECT_EQ(drawnIn["F2-Nucleus"], Look("Courier New", 14, 32768));
   EXPECT_EQ(drawnIn["F2 (ppm)"], Look("Times New Roman", 20, 0));
-  EXPECT_EQ(penWidths[65280], 2) << "the grid at 72 dots per inch: 2 of 1/96 inch";
+  EXPECT_EQ(penWidths[12632256], 2) << "the grid at 72 dots per inch: 2 of 1/96 inch";
   EXPECT_EQ(penWidths[8388736], 3) << "the peak crosses";
+  EXPECT_EQ(penWidths[8421376], 4) << "the slice line";
 }
 
 }  // namespace
