@@ -10,6 +10,7 @@
 #include "core/text.h"
 #include "layout/bracket_text.h"
 #include "layout/page_store.h"
+#include "layout/print_set.h"
 #include "layout/render_page.h"
 #include "platform/qt/picture_decode.h"
 #include "platform/qt/picture_file.h"
@@ -21,7 +22,7 @@ namespace {
 constexpr double kVectorDotsPerInch = 96;
 
 struct PageOptions {
-  std::string input, output, layoutFile, parameterFile, comment, paper = "A4", orientation = "portrait";
+  std::string input, output, layoutFile, parameterFile, printSetFile, comment, paper = "A4", orientation = "portrait";
   double dpi = 300;
   bool commentGiven = false;
 };
@@ -54,6 +55,11 @@ int RunPage(const PageOptions& o) {
     const platform::Outcome read = layout::ReadParaFile(o.parameterFile, {}, parameters);
     if (!read.ok()) return Fail(o.parameterFile, read.message.text, kFailed);
   }
+  core::Settings printSet = layout::DefaultPrintSet();
+  if (!o.printSetFile.empty()) {
+    const platform::Outcome read = layout::ReadPrintSet(o.printSetFile, printSet);
+    if (!read.ok()) return Fail(o.printSetFile, read.message.text, kFailed);
+  }
   int status = kDone;
   const auto data = ReadPictureInput("page", o.input, o.output, status);
   if (!data) return status;
@@ -75,7 +81,9 @@ int RunPage(const PageOptions& o) {
   if (data->companionF1.params.POINT > 0) source.f1TraceName = data->companionF1.texts.fileName;
   const std::string comment = o.commentGiven ? layout::InternalFromBracket(o.comment) : s.comment;
   const layout::PictureDecoder pictures = platform::qt::DecodePicture;
-  const layout::PageContent content{input, parameters, source, comment, page->objects, &page->frames, &pictures};
+  // Without the desktop's "Parameter Print" choice the parameter block takes the set's font.
+  const layout::PageContent content{input,   parameters,         source, comment, page->objects, &page->frames,
+                                    &pictures, &printSet, layout::PrintSetFont(printSet, "PARA")};
 
   const bool vector = !core::EndsWithNoCase(o.output, ".png");
   const double dpi = vector ? kVectorDotsPerInch : o.dpi;
@@ -99,6 +107,7 @@ void AddPageCommand(CLI::App& app, int& status) {
   command->add_option("-o,--output", o->output, "the page: .pdf or .svg (vector), or .png")->required();
   command->add_option("--layout", o->layoutFile, "a Ver.4 file whose page objects to use (default: those of IN)");
   command->add_option("--parameters", o->parameterFile, "a parameter list (.prt) instead of the default list");
+  command->add_option("--print-set", o->printSetFile, "a print set (.pr2) giving the page's colours, line widths and fonts");
   command->add_option("--comment", o->comment, "the comment, in the bracket notation: \\i(J)\\-(HH), \\g(d) ...")
       ->each([o](const std::string&) { o->commentGiven = true; });
   command->add_option("--paper", o->paper, "A4, A3, A5, B4 or B5")->capture_default_str();

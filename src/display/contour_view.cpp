@@ -11,7 +11,7 @@ namespace velk::display {
 
 bool DrawContourView(platform::Surface& surface, ContourGrid& grid, LevelTable& levels, const GridSource& source,
                      const DisplayState& view, const Rect& rect, int colCap, int rowCap, bool& reuse,
-                     platform::Progress& progress) {
+                     platform::Progress& progress, int penWidth) {
   const model::Spectrum2D& s = source.spectrum;
   const int pointsF2 = s.axis[model::F2].Point;
   const int pointsF1 = s.axis[model::F1].Point;
@@ -36,13 +36,13 @@ bool DrawContourView(platform::Surface& surface, ContourGrid& grid, LevelTable& 
   const Placement placement{rect.x, rect.width - 1, rect.y, rect.height - 1};
   const ClipRect clip{rect.x, rect.y, rect.right() - 1, rect.bottom() - 1};
   surface.SetClip(rect.x, rect.y, rect.width, rect.height);
-  const bool done = TraceContour(surface, grid, levels, placement, clip, 1, progress, source.setting.DisplayMode);
+  const bool done = TraceContour(surface, grid, levels, placement, clip, penWidth, progress, source.setting.DisplayMode);
   surface.ClearClip();
   return done;
 }
 
 void DrawLevelBar(platform::Surface& surface, const Rect& rect, const LevelTable& levels, const ContourSetting& setting,
-                  int pulseModeClass, const platform::Font& font) {
+                  int pulseModeClass, const platform::Font& font, int penWidth) {
   // A virtual scale: 1000 high with the middle at 500; bands 200 wide, separating ticks to 210.
   const auto X = [&](double v) { return rect.x + static_cast<int>(std::lrint(v * rect.width / 450.0)); };
   const auto Y = [&](double v) { return rect.y + static_cast<int>(std::lrint(v * rect.height / 1000.0)); };
@@ -52,7 +52,7 @@ void DrawLevelBar(platform::Surface& surface, const Rect& rect, const LevelTable
   const bool negative = HasNegativeSide(setting, pulseModeClass);
 
   const auto drawBand = [&](double top, double bottom, platform::Color color, bool filled) {
-    surface.SetPen(platform::kBlack, 1);
+    surface.SetPen(platform::kBlack, penWidth);
     if (filled) surface.SetBrush(color);
     else surface.SetNoBrush();
     const platform::Point corners[4] = {{X(0), Y(top)}, {X(200), Y(top)}, {X(200), Y(bottom)}, {X(0), Y(bottom)}};

@@ -9,12 +9,11 @@
 namespace velk::display {
 namespace {
 
-constexpr platform::Color kFrameColor = 0x808080;
-constexpr platform::Color kTraceColor = 0x000000;
 constexpr platform::Color kSliceCaptionColor = 0x0000C0;
 
-void Frame(platform::Surface& surface, const Rect& r) {
-  surface.SetPen(kFrameColor, 1);
+void Frame(platform::Surface& surface, const Rect& r, platform::Color color, int width) {
+  if (width <= 0) return;
+  surface.SetPen(color, width);
   surface.SetNoBrush();
   const platform::Point corners[4] = {{r.x, r.y}, {r.right() - 1, r.y}, {r.right() - 1, r.bottom() - 1},
                                       {r.x, r.bottom() - 1}};
@@ -23,16 +22,16 @@ void Frame(platform::Surface& surface, const Rect& r) {
 
 // One panel: the projection (or both of its signs), scaled to the panel with a little room.
 void DrawProjection(platform::Surface& surface, const Projection& p, TracePanel panel, const std::vector<float>& ppm,
-                    int points, platform::Color negativeColor) {
+                    int points, platform::Color negativeColor, const ViewLook& look) {
   const float room = 0.05f * (p.max - p.min);
   panel.valueHigh = p.max + room;
   panel.valueLow = p.min - room;
-  DrawTrace(surface, panel, ppm, p.positive, points, kTraceColor, 1);
-  if (!p.negative.empty()) DrawTrace(surface, panel, ppm, p.negative, points, negativeColor, 1);
+  DrawTrace(surface, panel, ppm, p.positive, points, look.trace, look.traceWidth);
+  if (!p.negative.empty()) DrawTrace(surface, panel, ppm, p.negative, points, negativeColor, look.traceWidth);
 }
 
 // A 1D set over the panel of its axis, on its own points and scale; false when it has none.
-bool DrawCompanion(platform::Surface& surface, const model::Spectrum1D* set, TracePanel panel) {
+bool DrawCompanion(platform::Surface& surface, const model::Spectrum1D* set, TracePanel panel, const ViewLook& look) {
   if (!set) return false;
   const std::size_t n = std::min(set->re.size(), set->axisPpm.size());
   if (n < 2) return false;
@@ -42,7 +41,7 @@ bool DrawCompanion(platform::Surface& surface, const model::Spectrum1D* set, Tra
   const float room = 0.05f * (*high - *low);
   panel.valueHigh = *high + room;
   panel.valueLow = *low - room;
-  DrawTrace(surface, panel, ppm, values, static_cast<int>(n), kTraceColor, 1);
+  DrawTrace(surface, panel, ppm, values, static_cast<int>(n), look.trace, look.traceWidth);
   return true;
 }
 
@@ -72,13 +71,13 @@ MainViewLayout LayOutMainView(platform::Extent size, bool withTraces) {
 }
 
 void DrawSurround(platform::Surface& surface, const MainViewLayout& l, const MainViewInput& input,
-                  const LevelTable& levels, const Projection& f2, const Projection& f1) {
+                  const LevelTable& levels, const Projection& f2, const Projection& f1, const ViewLook& look) {
   const model::Spectrum2D& s = input.spectrum;
   const DisplayState& v = input.view;
-  Frame(surface, l.contour);
-  platform::Font font;
+  Frame(surface, l.contour, look.frameContour, look.frameWidth);
+  platform::Font font = look.font;
   font.pixelHeight = l.textHeight;
-  AxisStyle axis{font, {}, platform::kBlack, 1, input.captionF2};
+  AxisStyle axis{font, {}, look.axis, look.axisWidth, input.captionF2};
   DrawAxisF2(surface, l.axisF2, v.ViewF2Start, v.ViewF2End, axis);
   axis.caption = input.captionF1;
   DrawAxisF1(surface, l.axisF1, v.ViewF1Start, v.ViewF1End, axis);
@@ -87,17 +86,17 @@ void DrawSurround(platform::Surface& surface, const MainViewLayout& l, const Mai
     const platform::Color negative = input.setting.Palette[15];
     const TracePanel panelF2{l.traceF2, v.ViewF2Start, v.ViewF2End, 0, 1, false};
     const TracePanel panelF1{l.traceF1, v.ViewF1Start, v.ViewF1End, 0, 1, true};
-    if (l.traceF2.height > 0) Frame(surface, l.traceF2);
-    if (l.traceF1.width > 0) Frame(surface, l.traceF1);
+    if (l.traceF2.height > 0) Frame(surface, l.traceF2, look.frameF2, look.frameWidth);
+    if (l.traceF1.width > 0) Frame(surface, l.traceF1, look.frameF1, look.frameWidth);
     // A slice cursor replaces the projection by the row or column it crosses, on the same scale.
     const bool companions = input.traces == TraceKind::HighResolution1D;
     const auto panel = [&](const Projection& p, TracePanel where, const std::vector<float>& ppm, int points,
                            std::vector<float> slice, const std::string& caption, const model::Spectrum1D* set) {
       if (where.rect.width <= 0 || where.rect.height <= 0) return;
-      if (slice.empty() && companions && DrawCompanion(surface, set, where)) return;
-      if (slice.empty()) return DrawProjection(surface, p, where, ppm, points, negative);
+      if (slice.empty() && companions && DrawCompanion(surface, set, where, look)) return;
+      if (slice.empty()) return DrawProjection(surface, p, where, ppm, points, negative, look);
       Projection shown{std::move(slice), {}, p.max, p.min};
-      DrawProjection(surface, shown, where, ppm, points, negative);
+      DrawProjection(surface, shown, where, ppm, points, negative, look);
       surface.SetFont(font);
       surface.SetTextColor(kSliceCaptionColor);
       surface.Text(where.rect.x + l.textHeight / 3, where.rect.y + l.textHeight / 6, 0, caption);
@@ -110,7 +109,7 @@ void DrawSurround(platform::Surface& surface, const MainViewLayout& l, const Mai
           columnShown ? SliceAlongF1(s, v.SliceF2) : std::vector<float>{},
           columnShown ? SliceCaption(true, s.ppmF2[v.SliceF2]) : std::string(), input.companionF1);
   }
-  if (l.levelBar.width > 0) DrawLevelBar(surface, l.levelBar, levels, input.setting, input.pulseModeClass, font);
+  if (l.levelBar.width > 0) DrawLevelBar(surface, l.levelBar, levels, input.setting, input.pulseModeClass, font, look.levelBarWidth);
 }
 
 bool DrawMainView(platform::Surface& surface, platform::Extent size, const MainViewInput& input,
@@ -120,7 +119,7 @@ bool DrawMainView(platform::Surface& surface, platform::Extent size, const MainV
 }
 
 bool DrawMainViewIn(platform::Surface& surface, const MainViewLayout& l, const MainViewInput& input,
-                    platform::Progress& progress) {
+                    platform::Progress& progress, const ViewLook& look) {
   const bool withTraces = input.traces != TraceKind::None && (l.traceF2.height > 0 || l.traceF1.width > 0);
   if (l.contour.width < 3 || l.contour.height < 3) return false;
   const model::Spectrum2D& s = input.spectrum;
@@ -131,7 +130,7 @@ bool DrawMainViewIn(platform::Surface& surface, const MainViewLayout& l, const M
   const GridSource source{s, input.pulseModeClass, input.setting};
   // The picture is its own screen: its pixels, not DisplayDimension, size the grid.
   if (!DrawContourView(surface, grid, levels, source, input.view, l.contour, l.contour.width, l.contour.height, reuse,
-                       progress))
+                       progress, look.contourWidth))
     return false;
   Projection f2, f1;
   if (withTraces) {
@@ -139,7 +138,7 @@ bool DrawMainViewIn(platform::Surface& surface, const MainViewLayout& l, const M
     f2 = MakeProjectionF2(s, input.pulseModeClass, input.setting, both);
     f1 = MakeProjectionF1(s, input.pulseModeClass, input.setting, both);
   }
-  DrawSurround(surface, l, input, levels, f2, f1);
+  DrawSurround(surface, l, input, levels, f2, f1, look);
   return true;
 }
 

@@ -94,10 +94,16 @@ void BasicTool::DrawOverlay(platform::Surface& surface, const DisplayState& view
     const platform::Point corners[4] = {{from_.x, from_.y}, {to_.x, from_.y}, {to_.x, to_.y}, {from_.x, to_.y}};
     surface.Polygon(corners);
   }
+  DrawSliceLines(surface, view, s, contour, kSliceColor, 1);
+  surface.ClearClip();
+}
+
+void DrawSliceLines(platform::Surface& surface, const DisplayState& view, const model::Spectrum2D& s,
+                    const Rect& contour, platform::Color color, int width) {
   const auto pixel = [](double start, double end, int first, int extent, double value) {
     return static_cast<int>(std::lrint(ValueToPixel(start, end, first, extent, value)));
   };
-  surface.SetPen(kSliceColor, 1);
+  surface.SetPen(color, width);
   if (view.SliceF2 >= 0 && view.SliceF2 < static_cast<int>(s.ppmF2.size())) {
     const int x = pixel(view.ViewF2Start, view.ViewF2End, contour.x, contour.width, s.ppmF2[view.SliceF2]);
     surface.MoveTo(x, contour.y);
@@ -108,7 +114,6 @@ void BasicTool::DrawOverlay(platform::Surface& surface, const DisplayState& view
     surface.MoveTo(contour.x, y);
     surface.LineTo(contour.right(), y);
   }
-  surface.ClearClip();
 }
 
 ToolBox::ToolBox() { tools_[kNoTool] = std::make_unique<BasicTool>(); }

@@ -86,6 +86,10 @@ class ToolBox {
   std::map<int, std::unique_ptr<Tool>> tools_;
 };
 
+// The lines of the slice cursors that are set, across the contour rectangle.
+void DrawSliceLines(platform::Surface& surface, const DisplayState& view, const model::Spectrum2D& s,
+                    const Rect& contour, platform::Color color, int width);
+
 // The colour of the slice cursors ("SLICE POS COLOR", red) and of the rubber band.
 inline constexpr platform::Color kSliceColor = 0x0000FF;
 inline constexpr platform::Color kBandColor = 0x000000;

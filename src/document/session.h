@@ -13,6 +13,7 @@
 #include "core/settings.h"
 #include "core/work_files.h"
 #include "document/document.h"
+#include "layout/print_set.h"
 #include "model/format_entry.h"
 #include "model/frequency_table.h"
 #include "model/pulse_mode.h"
@@ -32,6 +33,7 @@ struct Session {
   core::Settings settings2D = core::DefaultSettings(core::Schema2D());
   core::Settings settings1D = core::DefaultSettings(core::Schema1D());
   std::filesystem::path settings2DFile;
+  core::Settings printSet = layout::DefaultPrintSet();  // the look of the printed page
   model::PulseModeTable pulseModes = model::DefaultPulseModeTable();
   model::InstrumentFrequencyTable instruments;
 

@@ -108,6 +108,7 @@ StartResult StartUp(Session& session, std::string_view rawCommandLine, SessionSe
   if (model::AllocateSpectrum2D(session.document.spectrum, 512, 512) != 0) services.prompt.Ask(messages::DataSizeTooLarge());
   ReadSettings2D(session.settings2DFile, session.settings2D, ShortDateTime());
   ReadSettings(session.folders.config / "NMRCOL.INI", session.settings1D);
+  session.printSet = layout::StartingPrintSet(session.folders.config);
   CheckRequiredFiles(session.folders, services.prompt);
   session.state = SessionState::Idle;
 

@@ -20,13 +20,13 @@ layout::ParameterSource PageSource(const document::Document& document) {
 }
 
 ShownPage::ShownPage(const document::Document& document, const SpectrumView& shown, const layout::Paper& paper,
-                     layout::PrintedParameters printed)
+                     layout::PrintedParameters printed, const core::Settings* printSet)
     : view(shown.Input()),
       parameters(std::move(printed)),
       source(PageSource(document)),
       page(layout::ReadStoredPage(document.spectrum.carried, paper)),
       pictures(platform::qt::DecodePicture),
-      content{view, parameters.list, source, document.spectrum.comment, page.objects, &page.frames, &pictures,
+      content{view, parameters.list, source, document.spectrum.comment, page.objects, &page.frames, &pictures, printSet,
               parameters.choice.font, parameters.choice.decimalColumn},
       peakList(operations::PrintListRows(document.spectrum, document.source.path.filename().string(), {})) {}
 
@@ -36,7 +36,8 @@ void AddPageOutputActions(QMenu& menu, QWidget* window, document::Session& sessi
       if (!view.Shown()) return;
       layout::PrintSetup setup = layout::PrintSetupFromSettings(session.settings2D);
       platform::qt::QtPrompt prompt(window);
-      const ShownPage page(session.document, view, layout::PageAreaOf(setup.page), SessionParameters(session, prompt));
+      const ShownPage page(session.document, view, layout::PageAreaOf(setup.page), SessionParameters(session, prompt),
+                           &session.printSet);
       action(page, setup, prompt);
       layout::StorePrintSetup(setup, session.settings2D);
     };

@@ -19,10 +19,11 @@ namespace velk::gui {
 layout::ParameterSource PageSource(const document::Document& document);
 
 // The page of the spectrum the window shows, with the objects and frames the data set keeps for
-// it on the given paper, and everything it refers to.
+// it on the given paper, in the look of the print set (the default one when none is given), and
+// everything it refers to.
 struct ShownPage {
   ShownPage(const document::Document& document, const SpectrumView& view, const layout::Paper& paper,
-            layout::PrintedParameters parameters = {});
+            layout::PrintedParameters parameters = {}, const core::Settings* printSet = nullptr);
   ShownPage(const ShownPage&) = delete;
   ShownPage& operator=(const ShownPage&) = delete;
 

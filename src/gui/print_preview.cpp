@@ -113,6 +113,19 @@ void PrintPreview::BuildMenus() {
   file->addAction("Print...", QKeySequence::Print, this, [this] { Print(true); });
   file->addAction("Present Paper", this, [this] { Print(false); });
   file->addAction("Printer Setting...", this, [this] { PrinterSetting(); });
+  file->addAction("Read Print Set...", this, [this] {
+    if (!ReadPrintSetFile(session_.printSet, prompt_).ok()) return;
+    layout::ListFontFromPrintSet(session_.printSet, setup_);
+    layout::StorePrintSetup(setup_, session_.settings2D);
+    parameters_.choice.font = layout::PrintSetFont(session_.printSet, "PARA");
+    layout::StoreParameterPrint(parameters_.choice, session_.settings2D);
+    view_->FramesChanged();
+  });
+  file->addAction("Save Print Set...", this, [this] {
+    layout::ListFontIntoPrintSet(setup_, session_.printSet);
+    layout::SetPrintSetFont(parameters_.choice.font, session_.printSet, "PARA");
+    SavePrintSetFile(session_.printSet, prompt_);
+  });
   file->addSeparator();
   const std::pair<const char*, ScreenFormat> kinds[] = {{"Save Screen as PNG", ScreenFormat::Png},
                                                         {"Save Screen as BMP", ScreenFormat::Bmp},
@@ -202,7 +215,7 @@ void PrintPreview::WithContent(bool objects, const std::function<void(const layo
   const layout::LayoutDocument none;
   const layout::PictureDecoder pictures = platform::qt::DecodePicture;
   use({input, parameters_.list, source, doc_.spectrum.comment, objects ? page_.objects : none, &page_.frames, &pictures,
-       parameters_.choice.font, parameters_.choice.decimalColumn});
+       &session_.printSet, parameters_.choice.font, parameters_.choice.decimalColumn});
 }
 
 void PrintPreview::Print(bool askSetting) {

@@ -128,7 +128,7 @@ display::MainViewInput SpectrumView::Input() const {
   const display::TraceKind kind = d.traces == display::TraceKind::ProjectionPosNeg && !display::HasNegativeSide(d.contour, cls)
                                       ? display::TraceKind::Projection
                                       : d.traces;
-  return {d.spectrum, cls, d.contour, d.view, kind, axisCaptionF2_, axisCaptionF1_, &d.companionF2, &d.companionF1};
+  return {d.spectrum, cls, d.contour, d.view, kind, axisCaptionF2_, axisCaptionF1_, &d.companionF2, &d.companionF1, &d.grid};
 }
 
 void SpectrumView::Compose() {

@@ -5,13 +5,15 @@
 //   "PARAMETER TABLE"  the parameter file last chosen (kept while another source is in use);
 //   "PARA TABLE"       repeated lines: first "<source> <decimal column>" ("LIST 25"), then the
 //                      edited list, one line as a parameter file writes it;
-//   "PARAMETER FONT NAME", "... SIZE", "... BOLD", "... ITAL"  the font.
+//   "PARAMETER FONT NAME", "... SIZE", "... BOLD", "... ITAL"  the font (a print set read hands
+//                      over its "PARA FONT ..." and a print set saved takes the font along).
 // Every page (the Print Preview, the print and picture commands) gets its list from
 // ApplyParameterPrint, so that there is one place where the list is picked.
 #include <filesystem>
 
 #include "core/settings.h"
 #include "layout/draw_coded_text.h"
+#include "layout/page_look.h"
 #include "layout/page_undo.h"
 #include "layout/parameter_file.h"
 #include "layout/render_parameter_list.h"
@@ -26,7 +28,7 @@ struct ParameterPrint {
   std::filesystem::path file;  // "Use File"
   ParameterList list;          // "Use List"
   int decimalColumn = kDefaultDecimalColumn;
-  TextFont font{"Sans Serif", 9};
+  TextFont font = DefaultParameterFont();
   friend bool operator==(const ParameterPrint&, const ParameterPrint&) = default;
 };
 

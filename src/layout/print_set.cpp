@@ -22,8 +22,8 @@ std::vector<SettingKey> MakeKeys() {
   std::vector<SettingKey> keys;
   const auto number = [&](std::string_view key, std::string_view value) { keys.push_back({key, KeyKind::Number, value}); };
   for (std::string_view k : {"CONTOUR DISPALY MODE", "DIRECTION OF 2D", "INITIAL DISP MODE", "DISP DIM_X"}) number(k, "0");
-  for (std::string_view k : {"AXIS COL", "WAKU CO", "PARAMETER COL", "1D SPEC COL", "IMAGE DATA COL", "GRID COL"})
-    number(k, "0");
+  for (std::string_view k : {"AXIS COL", "WAKU CO", "PARAMETER COL", "1D SPEC COL", "IMAGE DATA COL"}) number(k, "0");
+  number("GRID COL", "65535");  // the yellow of the window's grid: a light lattice behind the contour
   for (std::string_view k : {"PAPER COLOR", "2D BG COLOR", "LEVEL BG COLOR", "F1 1D BG COLOR", "F2 1D BG COLOR",
                              "PARAMETER BG COL"})
     number(k, kWhite);

@@ -52,6 +52,22 @@ bool Takes(const PrinterAbilities& abilities, PaperSize size) {
   return abilities.sizes.empty() || std::find(abilities.sizes.begin(), abilities.sizes.end(), size) != abilities.sizes.end();
 }
 
+// The 2D settings and the print sets keep the list's font under the same keys but for the italic one.
+void ReadListFont(const core::Settings& s, std::string_view italicKey, platform::Font& font) {
+  if (!core::Text(s, "PRNT LIST FONT NAME").empty()) font.family = core::Text(s, "PRNT LIST FONT NAME");
+  const double size = core::Number(s, "PRNT LIST FONT SIZE");
+  if (size >= 4 && size <= 72) font.pixelHeight = static_cast<int>(std::lround(size));
+  font.bold = core::Number(s, "PRNT LIST FONT BOLD") != 0;
+  font.italic = core::Number(s, italicKey) != 0;
+}
+
+void StoreListFont(const platform::Font& font, core::Settings& s, std::string_view italicKey) {
+  core::Set(s, "PRNT LIST FONT NAME", font.family);
+  core::SetNumber(s, "PRNT LIST FONT SIZE", font.pixelHeight);
+  core::SetNumber(s, "PRNT LIST FONT BOLD", font.bold ? 1 : 0);
+  core::SetNumber(s, italicKey, font.italic ? 1 : 0);
+}
+
 }  // namespace
 
 Paper SheetOf(const PaperChoice& choice) {
@@ -77,11 +93,7 @@ PrintSetup PrintSetupFromSettings(const core::Settings& s) {
   setup.dualSide = duplex == kLongEdge || duplex == kShortEdge;
   setup.bind = duplex == kShortEdge ? BindSide::Upper : BindSide::Left;
   setup.peakListOnReverse = core::Number(s, "PRINT LIST ON BACK") != 0;
-  if (!core::Text(s, "PRNT LIST FONT NAME").empty()) setup.listFont.family = core::Text(s, "PRNT LIST FONT NAME");
-  const double size = core::Number(s, "PRNT LIST FONT SIZE");
-  if (size >= 4 && size <= 72) setup.listFont.pixelHeight = static_cast<int>(std::lround(size));
-  setup.listFont.bold = core::Number(s, "PRNT LIST FONT BOLD") != 0;
-  setup.listFont.italic = core::Number(s, "PRNT LIST FONT ITAL") != 0;
+  ReadListFont(s, "PRNT LIST FONT ITAL", setup.listFont);
   return setup;
 }
 
@@ -91,10 +103,15 @@ void StorePrintSetup(const PrintSetup& setup, core::Settings& s) {
   StoreChoice(setup.list, s, "PAPER SIZE LIST", "PAPER BIN LIST", "PAPER ORIENT LIST");
   core::SetNumber(s, "PAPER DUPLEX", !setup.dualSide ? kSimplex : setup.bind == BindSide::Upper ? kShortEdge : kLongEdge);
   core::SetNumber(s, "PRINT LIST ON BACK", setup.peakListOnReverse ? 1 : 0);
-  core::Set(s, "PRNT LIST FONT NAME", setup.listFont.family);
-  core::SetNumber(s, "PRNT LIST FONT SIZE", setup.listFont.pixelHeight);
-  core::SetNumber(s, "PRNT LIST FONT BOLD", setup.listFont.bold ? 1 : 0);
-  core::SetNumber(s, "PRNT LIST FONT ITAL", setup.listFont.italic ? 1 : 0);
+  StoreListFont(setup.listFont, s, "PRNT LIST FONT ITAL");
+}
+
+void ListFontFromPrintSet(const core::Settings& printSet, PrintSetup& setup) {
+  ReadListFont(printSet, "PRNT LIST FONT ITALIC", setup.listFont);
+}
+
+void ListFontIntoPrintSet(const PrintSetup& setup, core::Settings& printSet) {
+  StoreListFont(setup.listFont, printSet, "PRNT LIST FONT ITALIC");
 }
 
 PrintPlan PlanPrint(const PrintSetup& setup, const PrinterAbilities& abilities, bool hasPeaks) {

@@ -55,6 +55,9 @@ Paper PageAreaOf(const PaperChoice& choice);
 // "PRNT LIST FONT ..."), in the printer interface's numbers (A4 9, landscape 2, automatic bin 7).
 PrintSetup PrintSetupFromSettings(const core::Settings& settings);
 void StorePrintSetup(const PrintSetup& setup, core::Settings& settings);
+// The peak list's font goes with print sets: a set read gives it to the setup, a set saved takes it.
+void ListFontFromPrintSet(const core::Settings& printSet, PrintSetup& setup);
+void ListFontIntoPrintSet(const PrintSetup& setup, core::Settings& printSet);
 
 // What the chosen printer can do, as the platform reports it.
 struct PrinterAbilities {

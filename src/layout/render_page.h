@@ -5,9 +5,11 @@
 #include <string>
 #include <string_view>
 
+#include "core/settings.h"
 #include "display/page_picture.h"
 #include "layout/layout_document.h"
 #include "layout/page_frames.h"
+#include "layout/page_look.h"
 #include "layout/paint_objects.h"
 #include "layout/parameter_macros.h"
 #include "layout/render_parameter_list.h"
@@ -23,7 +25,8 @@ struct PageContent {
   const LayoutDocument& objects;
   const PageFrames* frames = nullptr;       // the default page's frames when none are given
   const PictureDecoder* pictures = nullptr;  // without one, image objects are not drawn
-  TextFont parameterFont{"Sans Serif", 9};
+  const core::Settings* printSet = nullptr;  // the look; the default print set when none is given
+  TextFont parameterFont = DefaultParameterFont();  // the choice of "Parameter Print"
   int decimalColumn = kDefaultDecimalColumn;
 };
 
@@ -33,9 +36,9 @@ PageScale ScaleOf(double dotsPerInch);
 // The device size of the page at the resolution.
 platform::Extent PageExtent(const Paper& paper, double dotsPerInch);
 
-// Draws the page: each shown frame with its background and line, the comment, the spectrum in its
-// frame with the axes along its lower and right edges, the traces and level bar in theirs, the
-// parameter block in two columns, and the objects on top. False when the spectrum could not be drawn (an empty window, or quit).
+// Draws the page in the print set's look: the paper, each shown frame with its background and
+// line, the comment, the spectrum in its frame with the axes along its lower and right edges, the
+// traces and level bar in theirs, the parameter block in two columns, and the objects on top. False when the spectrum could not be drawn (an empty window, or quit).
 bool RenderPage(platform::Surface& surface, const PageContent& content, const Paper& paper, double dotsPerInch,
                 platform::Progress& progress);
 

@@ -103,14 +103,14 @@ double InkOnPage(const QImage& png, Placement p, double left, double top, double
 }
 
 // The page is portrait; the comment stands at the top left, the contour below it, the parameter
-// block in the lower part; the margins above and on the right stay empty.
+// block in the lower part; the margins above and on the right (1.5 cm) stay empty.
 void CheckEmfPicture(const QImage& png, Placement p, const QString& log) {
   QVERIFY2(!png.isNull(), qPrintable("no PNG of our EMF from " + log));
   QVERIFY2(InkOnPage(png, p, 0.035, 0.035, 0.39, 0.08) > 0.02, qPrintable("the comment, " + log));
   QVERIFY2(InkOnPage(png, p, 0.28, 0.18, 0.83, 0.58) > 0.005, qPrintable("the contour, " + log));
   QVERIFY2(InkOnPage(png, p, 0.055, 0.635, 0.89, 0.87) > 0.01, qPrintable("the parameter block, " + log));
   QCOMPARE(InkOnPage(png, p, 0.0, 0.0, 1.0, 0.04), 0.0);
-  QCOMPARE(InkOnPage(png, p, 0.9, 0.0, 1.0, 1.0), 0.0);
+  QCOMPARE(InkOnPage(png, p, 0.935, 0.0, 1.0, 1.0), 0.0);  // 1.5 cm from the edge
 }
 
 QImage FirstPageOf(const QString& pdf, const QString& folder) {
@@ -366,7 +366,7 @@ class PageOutputTest : public QObject {
     QCOMPARE(core::Number(back, "GRID COL"), 255.0);
     QCOMPARE(gui::ReadPrintSetFile(back, prompt).code, 1);
     QCOMPARE(core::Number(back, "GRID COL"), 255.0);
-    QCOMPARE(core::Number(layout::StartingPrintSet(folder.path), "GRID COL"), 0.0);
+    QCOMPARE(core::Number(layout::StartingPrintSet(folder.path), "GRID COL"), 65535.0);
   }
 
   void PrinterSettingAsAPersonUsesIt() {

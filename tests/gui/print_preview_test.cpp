@@ -201,6 +201,16 @@ class PrintPreviewTest : public QObject {
     QVERIFY(back.objects.images == left.objects.images);
     QVERIFY(back.objects.drawOrder == left.objects.drawOrder);
     QCOMPARE(preview->Page().objects.images[1].Picture.size(), std::size_t(QFileInfo(png).size()));
+
+    // A print set read in the window draws the page in its look: the axes in red.
+    const QString look = QString::fromStdString(folders.Write("red.pr2", "COLOR SET OF PRINT 2D VER.4\r\nAXIS COL;255\r\n").string());
+    WithNextDialog<QFileDialog>([look](QFileDialog& d) {
+      d.findChild<QLineEdit*>("fileNameEdit")->setText(look);
+      static_cast<QDialog&>(d).done(QDialog::Accepted);
+    });
+    const int redBefore = CountColour(preview->View().FramesPicture(), qRgb(255, 0, 0));
+    Action(preview->menuBar(), "Read Print Set...")->trigger();
+    QVERIFY(QTest::qWaitFor([&] { return CountColour(preview->View().FramesPicture(), qRgb(255, 0, 0)) > redBefore + 400; }, 20000));
     preview->close();
   }
 

@@ -105,6 +105,17 @@ TEST(PrintSetup, PaperKeptInThePrinterInterfaceNumbers) {
   EXPECT_DOUBLE_EQ(half.widthCm, 8.5);
   EXPECT_NEAR(half.heightCm, 8.5 * 29.7 / 21.0, 1e-9);
   EXPECT_DOUBLE_EQ(SheetOf({PaperSize::A4FullColumn, PaperBin::AutoSelect, true}).widthCm, 29.7);
+
+  // The peak list's font goes with print sets, whose italic key is spelt out.
+  PrintSetup fromSet;
+  ListFontFromPrintSet(ReadText("COLOR SET OF PRINT 2D VER.4\nPRNT LIST FONT NAME;Courier New\n"
+                                "PRNT LIST FONT SIZE;9\nPRNT LIST FONT ITALIC;1\n", DefaultPrintSet()), fromSet);
+  EXPECT_EQ(fromSet.listFont.family, "Courier New");
+  EXPECT_EQ(fromSet.listFont.pixelHeight, 9);
+  EXPECT_TRUE(fromSet.listFont.italic);
+  core::Settings set = DefaultPrintSet();
+  ListFontIntoPrintSet(fromSet, set);
+  EXPECT_EQ(core::Number(set, "PRNT LIST FONT ITALIC"), 1);
 }
 
 TEST(PrintPlan, MessagesAndSheets) {

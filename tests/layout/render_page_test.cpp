@@ -2,7 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <map>
+#include <sstream>
+#include <tuple>
 
+#include "layout/print_set.h"
 #include "layout/render_page.h"
 #include "model/data_type.h"
 #include "support/recording_surface.h"
@@ -76,6 +80,50 @@ TEST(RenderPage, CommentSpectrumParametersAndObjectsInTheirFrames) {
   check(f, "moved frames");
   EXPECT_EQ(PaperOf("B5", true)->widthCm, 25.7);
   EXPECT_FALSE(PaperOf("Letter", false).has_value());
+}
+
+// The print set's fonts (the parameter font handed over as a set read hands it to "Parameter
+// Print") and parameter colour reach the texts (at 72 dots per inch a point is a
+// pixel), its colours and widths the grid, the slice line and the peak crosses.
+TEST(RenderPage, TextsAndMarksInThePrintSetsLook) {
+  auto s = test::MakeSynthetic2D(128, 128, {{5, 5, 1.0, 0.1}});
+  s->peaks.peaks.push_back({.PosF2 = static_cast<float>(64 * s->axis[model::F2].Resolution),
+                            .PosF1 = static_cast<float>(64 * s->axis[model::F1].Resolution)});
+  const display::ContourSetting setting;
+  const display::GridSetting grid{.shown = true};
+  display::MainViewInput view{*s, model::VPH_HOMO, setting, {}, display::TraceKind::Projection, "F2 (ppm)", "F1 (ppm)"};
+  view.grid = &grid;
+  view.view.SliceF1 = 64;
+  view.view.ViewF2Start = 10, view.view.ViewF2End = 0, view.view.ViewF1Start = 0, view.view.ViewF1End = 10;
+  const ParameterList parameters = DefaultParameterList();
+  core::Settings set = DefaultPrintSet();
+  std::istringstream file("COLOR SET OF PRINT 2D VER.4\nAXIS FONT NAME;Times New Roman\nAXIS FONT SIZE;20\n"
+                          "PARA FONT NAME;Courier New\nPARA FONT SIZE;14\nPARAMETER COL;32768\n"
+                          "GRID COL;12632256\nWIDTH GRID;2\nPEAK LINE COL;8388736\nWIDTH PEAK LINE;4\n"
+                          "SLICE LINE COL;8421376\nWIDTH SLICE LINE;6\n");
+  ASSERT_TRUE(ReadPrintSet(file, set).ok());
+  const ParameterSource source{.s = *s};
+  const LayoutDocument objects;
+  const PageContent content{view, parameters, source, "", objects, nullptr, nullptr, &set, PrintSetFont(set, "PARA")};
+  const Paper a4 = *PaperOf("A4", false);
+  test::RecordingSurface surface(PageExtent(a4, 72));
+  platform::NoProgress progress;
+  ASSERT_TRUE(RenderPage(surface, content, a4, 72, progress));
+  using Look = std::tuple<std::string, int, platform::Color>;  // font, height, colour
+  Look now;
+  std::map<std::string, Look> drawnIn;
+  std::map<platform::Color, int> penWidths;
+  for (const test::Recorded& call : surface.calls) {
+    if (call.kind == test::Recorded::Pen) penWidths[call.color] = call.width;
+    if (call.kind == test::Recorded::Font) std::get<0>(now) = call.text, std::get<1>(now) = call.width;
+    if (call.kind == test::Recorded::TextColor) std::get<2>(now) = call.color;
+    if (call.kind == test::Recorded::Text) drawnIn[call.text] = now;
+  }
+  EXPECT_EQ(drawnIn["F2-Nucleus"], Look("Courier New", 14, 32768));
+  EXPECT_EQ(drawnIn["F2 (ppm)"], Look("Times New Roman", 20, 0));
+  EXPECT_EQ(penWidths[12632256], 2) << "the grid at 72 dots per inch: 2 of 1/96 inch";
+  EXPECT_EQ(penWidths[8388736], 3) << "the peak crosses";
+  EXPECT_EQ(penWidths[8421376], 4) << "the slice line";
 }
 
 }  // namespace
