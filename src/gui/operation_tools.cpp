@@ -97,9 +97,8 @@ void OperationTools::AddMenus(QMenuBar& bar) {
     phaseF1->setEnabled(phasable);
     phaseF2->setEnabled(phasable);
     exchange->setEnabled(operations::CanExchange(d.words.pulseModeClass));
-    const auto hasFrequencies = [](const model::Spectrum1D& t) { return t.absFreqCenter > 0 && t.absFreq0ppm > 0; };
-    centreF2->setEnabled(hasFrequencies(d.companionF2));
-    centreF1->setEnabled(hasFrequencies(d.companionF1));
+    centreF2->setEnabled(operations::HoldsCentreFrequency(d.companionF2));
+    centreF1->setEnabled(operations::HoldsCentreFrequency(d.companionF1));
   });
 
 }
@@ -159,7 +158,7 @@ void OperationTools::SetCenter(model::Axis axis) {
   if (!Ready() || !ResolveOthers()) return;
   StopDrawing();
   document::Document& d = session_.document;
-  const operations::ReferenceValues before = operations::CurrentReference(d.spectrum);
+  const operations::ReferenceState before = operations::SaveReferenceState(d.spectrum);
   if (!operations::SetReferenceByCenter(d.spectrum, State(), axis, axis == F1 ? d.companionF1 : d.companionF2).ok())
     return;
   Host().pushReferenceUndo(before);

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QToolButton>
+#include <memory>
 
 #include "gui/operation_tools.h"
 #include "model/frequency_table.h"
@@ -91,12 +92,18 @@ ReferenceToolPanel::ReferenceToolPanel(OperationTools& tools, operations::Refere
     b->setAutoRepeat(true);
     b->setAutoRepeatDelay(500);
     b->setAutoRepeatInterval(50);
-    connect(b, &QToolButton::clicked, this, [this, dx = a.dx, dy = a.dy] {
+    // Held, the button repeats as released, clicked (with isDown() still true) and pressed again;
+    // let go, it clicks once more. A press that follows a repeat's click continues the same
+    // press of the person, which leaves one undo record however long it is held.
+    auto repeat = std::make_shared<std::pair<bool, bool>>();  // {held, clicked while down}
+    connect(b, &QToolButton::pressed, this, [repeat] { *repeat = {repeat->second, false}; });
+    connect(b, &QToolButton::clicked, this, [this, b, repeat, dx = a.dx, dy = a.dy] {
       const display::DisplayState& v = tools_.State();
       const int dc = v.ViewF2Start < v.ViewF2End ? dx : -dx;
       const int dr = v.ViewF1Start < v.ViewF1End ? -dy : dy;
       tools_.StopDrawing();
-      tool_.MoveCross(dc, dr);
+      tool_.MoveCross(dc, dr, repeat->first);
+      repeat->second = b->isDown();
       tools_.ScaleChanged();
     });
     row->addWidget(b);
@@ -106,6 +113,17 @@ ReferenceToolPanel::ReferenceToolPanel(OperationTools& tools, operations::Refere
   instrument->setToolTip("Set Reference of 2D using Instrumental Data");
   connect(instrument, &QPushButton::clicked, this, &ReferenceToolPanel::ByInstrument);
   row->addWidget(instrument);
+  for (model::Axis axis : {F2, F1}) {
+    auto* centre = new QPushButton(axis == F1 ? "Set Center(F1)" : "Set Center(F2)", this);
+    centre->setObjectName(axis == F1 ? "SetCenterF1" : "SetCenterF2");
+    centre->setToolTip(axis == F1 ? "Set Reference by F1 Center Frequency" : "Set Reference by F2 Center Frequency");
+    centre->setEnabled(tool_.CanSetCenter(axis));
+    connect(centre, &QPushButton::clicked, this, [this, axis] {
+      tools_.StopDrawing();
+      if (tool_.SetCenter(axis)) tools_.ScaleChanged();
+    });
+    row->addWidget(centre);
+  }
   row->addStretch(1);
   auto* fix = new QPushButton("Fix", this);
   fix->setObjectName("Fix");

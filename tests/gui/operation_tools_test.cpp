@@ -244,33 +244,50 @@ class OperationToolsTest : public QObject {
     QVERIFY(s.RR.data == rr);
   }
 
-  void ReferenceByClicking() {
+  // Every press is a step of its own: two clicks on the contour and an arrow held through its
+  // repeats give three records, and three UnDos walk back through them.
+  void ReferenceByClickingStepsBackPressByPress() {
     Window t("bruker/cyclosporin_hsqc/3/pdata/1/2rr");
     model::Spectrum2D& s = t.Data();
-    const std::vector<float> f2Before = s.ppmF2;
+    std::vector<std::vector<float>> steps{s.ppmF2};
     t.Run("Reference Setting");
     gui::SpectrumView& view = t.w.Picture();
-    QTest::mouseClick(&view, Qt::LeftButton, {}, view.PositionOf(1.0, 20.0).toPoint());
+    const QPoint first = view.PositionOf(1.0, 20.0).toPoint();
+    QTest::mouseClick(&view, Qt::LeftButton, {}, first);
     const int col = s.axis[F2].RefPoint;
-    QVERIFY(std::abs(f2Before[col] - 1.0f) < 0.02f);
+    QVERIFY(std::abs(steps[0][col] - 1.0f) < 0.02f);
     const double x = view.PositionOf(s.ppmF2[col], 20).x();
     t.Button<QLineEdit>("RefText2")->setText("1.5");
     QMetaObject::invokeMethod(t.Button<QLineEdit>("RefText2"), "editingFinished");
     QCOMPARE(s.ppmF2[col], 1.5f);
     // The scale moved, not the data: the same point lies at the same place on the screen.
     QVERIFY(std::abs(view.PositionOf(s.ppmF2[col], 20).x() - x) < 0.5);
-    QTest::mouseClick(t.Button<QToolButton>("RefCommandLeft"), Qt::LeftButton);
-    QCOMPARE(s.axis[F2].RefPoint, col + 1);  // high ppm at the left: one point up the axis
+    steps.push_back(s.ppmF2);  // the typed shift goes back with the next press
+    QVERIFY(t.Traced());
+    QTest::mouseClick(&view, Qt::LeftButton, {}, first + QPoint(-60, 40));  // the same data lie there still
+    const int second = s.axis[F2].RefPoint;
+    QVERIFY(second != col);
+    steps.push_back(s.ppmF2);
+    auto* left = t.Button<QToolButton>("RefCommandLeft");
+    QTest::mousePress(left, Qt::LeftButton);
+    QTest::qWait(620);  // the first repeat after 500 ms, then every 50 ms
+    QTest::mouseRelease(left, Qt::LeftButton);
+    QVERIFY2(s.axis[F2].RefPoint >= second + 2, std::to_string(s.axis[F2].RefPoint - second).c_str());
     t.Click("Fix");
-    QCOMPARE(t.UndoCaption(), QString("UnDo(2D Refernec Setting)"));
-    t.Run("UnDo");
-    QCOMPARE(s.ppmF2, f2Before);
+    QCOMPARE(t.w.Document().undo.records.size(), std::size_t(3));
+    for (int i = 2; i >= 0; --i) {
+      QCOMPARE(t.UndoCaption(), QString("UnDo(2D Refernec Setting)"));
+      t.Run("UnDo");
+      QCOMPARE(s.ppmF2, steps[i]);
+    }
+    QCOMPARE(t.UndoCaption(), QString("UnDo"));
   }
 
   void ReferenceByInstrument() {
     Window t("bruker/cyclosporin_hsqc/3/pdata/1/2rr");
     model::Spectrum2D& s = t.Data();
     const std::vector<float> f2Before = s.ppmF2, f1Before = s.ppmF1;
+    const double zeroF2 = s.extras[F2].absFreq0ppm, zeroF1 = s.extras[F1].absFreq0ppm;
     // 0 ppm of each nucleus set so that the carrier reads 1 ppm (F2) and 50 ppm (F1).
     auto& table = const_cast<model::InstrumentFrequencyTable&>(t.w.Operations().Instruments());
     const double carrierF2 = s.extras[F2].absFreqCenter, carrierF1 = s.extras[F1].absFreqCenter;
@@ -288,6 +305,8 @@ class OperationToolsTest : public QObject {
     t.Run("UnDo");
     QCOMPARE(s.ppmF2, f2Before);
     QCOMPARE(s.ppmF1, f1Before);
+    QCOMPARE(s.extras[F2].absFreq0ppm, zeroF2);
+    QCOMPARE(s.extras[F1].absFreq0ppm, zeroF1);
   }
 };
 
