@@ -31,8 +31,10 @@ void DrawProjection(platform::Surface& surface, const Projection& p, TracePanel 
   if (!p.negative.empty()) DrawTrace(surface, panel, ppm, p.negative, points, negativeColor, 1);
 }
 
+}  // namespace
+
 // A 1D set over the panel of its axis, on its own points and scale; false when it has none.
-bool DrawCompanion(platform::Surface& surface, const model::Spectrum1D* set, TracePanel panel) {
+bool DrawCompanionTrace(platform::Surface& surface, const model::Spectrum1D* set, TracePanel panel) {
   if (!set) return false;
   const std::size_t n = std::min(set->re.size(), set->axisPpm.size());
   if (n < 2) return false;
@@ -45,8 +47,6 @@ bool DrawCompanion(platform::Surface& surface, const model::Spectrum1D* set, Tra
   DrawTrace(surface, panel, ppm, values, static_cast<int>(n), kTraceColor, 1);
   return true;
 }
-
-}  // namespace
 
 MainViewLayout LayOutMainView(platform::Extent size, bool withTraces) {
   MainViewLayout l;
@@ -94,7 +94,7 @@ void DrawSurround(platform::Surface& surface, const MainViewLayout& l, const Mai
     const auto panel = [&](const Projection& p, TracePanel where, const std::vector<float>& ppm, int points,
                            std::vector<float> slice, const std::string& caption, const model::Spectrum1D* set) {
       if (where.rect.width <= 0 || where.rect.height <= 0) return;
-      if (slice.empty() && companions && DrawCompanion(surface, set, where)) return;
+      if (slice.empty() && companions && DrawCompanionTrace(surface, set, where)) return;
       if (slice.empty()) return DrawProjection(surface, p, where, ppm, points, negative);
       Projection shown{std::move(slice), {}, p.max, p.min};
       DrawProjection(surface, shown, where, ppm, points, negative);

@@ -10,6 +10,8 @@
 #include "operations/phase_tool.h"
 #include "operations/reference_tool.h"
 #include "operations/symmetrize_tool.h"
+#include "operations/trace_reference.h"
+#include "display/page_picture.h"
 
 namespace velk::gui {
 
@@ -48,6 +50,40 @@ void AxisLine(platform::Surface& surface, const display::DisplayState& v, const 
   }
 }
 
+// A side panel emptied inside its frame, which stays, for a trace of the tool's own.
+void ClearPanel(platform::Surface& surface, const display::Rect& panel) {
+  surface.SetPen(platform::kWhite, 1);
+  surface.SetBrush(platform::kWhite);
+  const platform::Point corners[4] = {{panel.x + 1, panel.y + 1},
+                                      {panel.right() - 2, panel.y + 1},
+                                      {panel.right() - 2, panel.bottom() - 2},
+                                      {panel.x + 1, panel.bottom() - 2}};
+  surface.Polygon(corners);
+  surface.SetNoBrush();
+}
+
+// The trace under a 1D reference on its scale of the moment, with a line at the picked point.
+void DrawTraceReference(platform::Surface& surface, const operations::TraceReferenceTool& tool,
+                        const display::DisplayState& v, const display::Rect& panel) {
+  const bool f1 = tool.Axis() == F1;
+  ClearPanel(surface, panel);
+  const model::Spectrum1D& trace = tool.Trace();
+  display::DrawCompanionTrace(surface, &trace, {panel, f1 ? v.ViewF1Start : v.ViewF2Start,
+                                                f1 ? v.ViewF1End : v.ViewF2End, 0, 1, f1});
+  if (tool.Picked() < 0 || static_cast<std::size_t>(tool.Picked()) >= trace.axisPpm.size()) return;
+  const double ppm = trace.axisPpm[static_cast<std::size_t>(tool.Picked())];
+  surface.SetPen(kReferenceColor, 1);
+  if (f1) {
+    const int y = Y(v, panel, ppm);
+    surface.MoveTo(panel.x, y);
+    surface.LineTo(panel.right(), y);
+  } else {
+    const int x = X(v, panel, ppm);
+    surface.MoveTo(x, panel.y);
+    surface.LineTo(x, panel.bottom());
+  }
+}
+
 // The phase trace of the panel's axis replaces the projection in that axis's side panel, on a
 // scale symmetric about its base line so that both signs show.
 void DrawPhaseTrace(platform::Surface& surface, const operations::PhaseTool& tool, const display::DisplayState& v,
@@ -56,15 +92,7 @@ void DrawPhaseTrace(platform::Surface& surface, const operations::PhaseTool& too
   float largest = 0;
   for (float x : re) largest = std::max(largest, std::fabs(x));
   if (largest <= 0) largest = 1;
-  // Inside the panel's frame, which stays.
-  surface.SetPen(0xFFFFFF, 1);
-  surface.SetBrush(0xFFFFFF);
-  const platform::Point corners[4] = {{panel.x + 1, panel.y + 1},
-                                      {panel.right() - 2, panel.y + 1},
-                                      {panel.right() - 2, panel.bottom() - 2},
-                                      {panel.x + 1, panel.bottom() - 2}};
-  surface.Polygon(corners);
-  surface.SetNoBrush();
+  ClearPanel(surface, panel);
   const bool f1 = tool.Axis() == F1;
   display::TracePanel p{panel, f1 ? v.ViewF1Start : v.ViewF2Start, f1 ? v.ViewF1End : v.ViewF2End, -1.05f * largest,
                         1.05f * largest, f1};
@@ -204,6 +232,12 @@ void ToolOverlay::DrawOverlay(platform::Surface& surface, const display::Display
     surface.SetPen(kReferenceColor, 1);
     AxisLine(surface, v, s, c, F2, reference->CrossF2());
     AxisLine(surface, v, s, c, F1, reference->CrossF1());
+  } else if (auto* trace = dynamic_cast<const operations::TraceReferenceTool*>(tool)) {
+    const display::Rect& panel = trace->Axis() == F1 ? layout.traceF1 : layout.traceF2;
+    if (panel.width > 2 && panel.height > 2) {
+      surface.SetClip(panel.x, panel.y, panel.width, panel.height);
+      DrawTraceReference(surface, *trace, v, panel);
+    }
   }
   surface.ClearClip();
 }

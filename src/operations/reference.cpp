@@ -1,6 +1,7 @@
 #include "operations/reference.h"
 
 #include <cmath>
+#include <cstdio>
 
 #include "model/data_type.h"
 #include "operations/messages.h"
@@ -63,6 +64,14 @@ void ApplyReference(model::Spectrum2D& s, display::DisplayState& view, float ref
                     float referenceF1, std::int32_t refPointF1) {
   ApplyReference(s, view,
                  ReferenceValues{AxisReference{referenceF1, refPointF1}, AxisReference{referenceF2, refPointF2}});
+}
+
+std::string FormatShift(double ppm) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%.4f", ppm);
+  std::string s = text;
+  while (s.size() > 1 && s.back() == '0' && s[s.size() - 2] != '.') s.pop_back();
+  return s;
 }
 
 std::int32_t CentrePoint(std::int32_t points) { return static_cast<std::int32_t>(std::lrint(points / 2.0)); }

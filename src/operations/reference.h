@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "display/display_state.h"
 #include "model/spectrum.h"
@@ -38,6 +39,9 @@ void RestoreReferenceState(model::Spectrum2D& s, display::DisplayState& view, co
 void ApplyReference(model::Spectrum2D& s, display::DisplayState& view, float referenceF2, std::int32_t refPointF2,
                     float referenceF1, std::int32_t refPointF1);
 void ApplyReference(model::Spectrum2D& s, display::DisplayState& view, const ReferenceValues& values);
+
+// A shift as the reference fields show it ("#####0.0###": at least one decimal, at most four).
+std::string FormatShift(double ppm);
 
 // The centre point of an axis of n points, where the transform puts the carrier.
 std::int32_t CentrePoint(std::int32_t points);

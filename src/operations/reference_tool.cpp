@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 
 #include "operations/messages.h"
@@ -103,11 +102,7 @@ bool ReferenceTool::SetCenter(model::Axis axis) {
 }
 
 std::string ReferenceTool::ShiftText(model::Axis axis) const {
-  char text[64];
-  std::snprintf(text, sizeof text, "%.4f", static_cast<double>(host_.spectrum.axis[axis].Reference));
-  std::string s = text;
-  while (s.size() > 1 && s.back() == '0' && s[s.size() - 2] != '.') s.pop_back();
-  return s;
+  return FormatShift(host_.spectrum.axis[axis].Reference);
 }
 
 void ReferenceTool::Reset() {

@@ -1,7 +1,7 @@
 // The spectrum tools driven as a person uses them, on the offscreen platform: phase the corpus
 // HSQC with the step labels and undo it, correct its baseline with points clicked on the contour,
-// symmetrize the COSY, and set a reference by clicking; each checked on the data and on what the
-// window shows (panel, marks, the Undo entry's caption).
+// symmetrize the COSY, set a reference by clicking and one of a trace beside the contour; each
+// checked on the data and on what the window shows (panel, marks, the Undo entry's caption).
 #include <QDir>
 #include <QDockWidget>
 #include <QLabel>
@@ -307,6 +307,59 @@ class OperationToolsTest : public QObject {
     QCOMPARE(s.ppmF1, f1Before);
     QCOMPARE(s.extras[F2].absFreq0ppm, zeroF2);
     QCOMPARE(s.extras[F1].absFreq0ppm, zeroF1);
+  }
+
+  // The cyclosporin 1H spectrum beside the HSQC as its F2 trace: a click on the trace's panel
+  // picks a point, the typed shift is what it reads, the resolver asks in the program's words,
+  // and UnDo brings the trace's scale back; the 2D scale is never touched.
+  void TraceReferenceOnTheF2Panel() {
+    Window t("bruker/cyclosporin_hsqc/3/pdata/1/2rr");
+    t.w.ReadTrace(F2, test::CorpusPath("bruker/cyclosporin_1h/1/pdata/1/1r").string());
+    QVERIFY(t.Traced());
+    const model::Spectrum1D& trace = t.w.Document().companionF2;
+    QVERIFY(trace.params.POINT > 1000);
+    const model::Spectrum1D before = trace;
+    const std::vector<float> f2 = t.Data().ppmF2;
+    t.Run("F2 1D Reference");
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kReference1DF2));
+    QVERIFY(t.Button("SetCenter")->text() == "Set Center Frequency of F2");
+    QCOMPARE(t.Button("Fix")->toolTip(), QString("Set Reference, and Exit"));
+    gui::SpectrumView& view = t.w.Picture();
+    const display::Rect& panel = view.Layout().traceF2;
+    const auto clickAt = [&](double ppm) {
+      const QPoint at(static_cast<int>(view.PositionOf(ppm, 0).x()),
+                      static_cast<int>((panel.y + panel.height / 2) / view.Ratio()));
+      QTest::mouseClick(&view, Qt::LeftButton, {}, at);
+    };
+    clickAt(5.0);
+    const int picked = trace.params.SMTMS;
+    // Within a pixel of the click.
+    QVERIFY2(std::abs(before.axisPpm[picked] - 5.0) < 0.02, std::to_string(before.axisPpm[picked]).c_str());
+    t.Button<QLineEdit>("RefText1D")->setText("4.25");
+    QMetaObject::invokeMethod(t.Button<QLineEdit>("RefText1D"), "editingFinished");
+    QCOMPARE(trace.params.SMEXR, 4.25f);
+    QVERIFY(std::abs(trace.axisPpm[picked] - 4.25) < 1e-6);
+    t.Click("Fix");
+    QCOMPARE(t.UndoCaption(), QString("UnDo(F2-1D Refernec Setting)"));
+    const model::Spectrum1D fixed = trace;
+    // Open again and pick elsewhere: another command asks first, and "No" puts the fixed scale back.
+    t.Run("F2 1D Reference");
+    clickAt(2.0);
+    QVERIFY(trace.params.SMTMS != picked);
+    const auto said = AnswerNext("No");
+    t.Run("Reference Setting");
+    QCOMPARE(*said, QString("Execute 1D (F2) Reference Setting?"));
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kReference2D));
+    QCOMPARE(trace.axisPpm, fixed.axisPpm);
+    t.Click("Cancel");
+    t.Run("UnDo");
+    QCOMPARE(trace.params.SMEXR, before.params.SMEXR);
+    QCOMPARE(trace.params.SMTMS, before.params.SMTMS);
+    // The reader's table is not first plus index times step to the last bit; the record's is.
+    for (std::size_t i : {std::size_t(0), std::size_t(picked), trace.axisPpm.size() - 1})
+      QVERIFY(std::abs(trace.axisPpm[i] - before.axisPpm[i]) < 1e-6);
+    QCOMPARE(t.Data().ppmF2, f2);
+    QCOMPARE(t.UndoCaption(), QString("UnDo"));
   }
 };
 
