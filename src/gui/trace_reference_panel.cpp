@@ -20,7 +20,7 @@ TraceReferencePanel::TraceReferencePanel(OperationTools& tools, operations::Trac
                             this));
   shift_ = new QLineEdit(this);
   shift_->setObjectName("RefText1D");
-  shift_->setMaximumWidth(90);
+  shift_->setFixedWidth(90);
   connect(shift_, &QLineEdit::editingFinished, this, [this] {
     if (tool_.SetShift(shift_->text().toStdString())) tools_.MarksChanged();
     else Show();

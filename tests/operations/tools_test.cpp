@@ -201,6 +201,21 @@ TEST(Tools, SymmetrizationAndReferenceCross) {
   ASSERT_EQ(r.references.size(), 2u);
   EXPECT_EQ(r.references[0], entry);
   EXPECT_EQ(r.references[1], clicked);
+  // "Set Center(F2)" on the panel: only with a 1D record that holds data and its frequencies
+  // (1000 Hz above 0 ppm at 500 MHz: 2 ppm); the cross follows, and the press is recorded.
+  ASSERT_TRUE(operations::BeginReference(r.host, r.active));
+  ref = static_cast<operations::ReferenceTool*>(r.active.tool.get());
+  r.traceF2.absFreqCenter = 500.001;
+  r.traceF2.absFreq0ppm = 500.0;
+  EXPECT_FALSE(ref->CanSetCenter(F2));
+  EXPECT_FALSE(ref->SetCenter(F2));
+  r.traceF2.params.POINT = 4;
+  r.traceF2.re.assign(4, 0.0f);
+  ASSERT_TRUE(ref->CanSetCenter(F2));
+  EXPECT_TRUE(ref->SetCenter(F2));
+  EXPECT_EQ(ref->CrossF2(), 64);
+  EXPECT_NEAR(r.spectrum->ppmF2[64], 2.0, 1e-4);
+  EXPECT_EQ(r.references.size(), 3u);
 }
 
 TEST(Tools, SymmetryLineIsTakenOnlyNearItOrItsHandles) {
