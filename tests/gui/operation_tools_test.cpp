@@ -322,8 +322,6 @@ class OperationToolsTest : public QObject {
     const std::vector<float> f2 = t.Data().ppmF2;
     t.Run("F2 1D Reference");
     QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kReference1DF2));
-    QVERIFY(t.Button("SetCenter")->text() == "Set Center Frequency of F2");
-    QCOMPARE(t.Button("Fix")->toolTip(), QString("Set Reference, and Exit"));
     gui::SpectrumView& view = t.w.Picture();
     const display::Rect& panel = view.Layout().traceF2;
     const auto clickAt = [&](double ppm) {
