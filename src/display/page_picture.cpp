@@ -30,8 +30,10 @@ void DrawProjection(platform::Surface& surface, const Projection& p, TracePanel 
   if (!p.negative.empty()) DrawTrace(surface, panel, ppm, p.negative, points, negativeColor, look.traceWidth);
 }
 
+}  // namespace
+
 // A 1D set over the panel of its axis, on its own points and scale; false when it has none.
-bool DrawCompanion(platform::Surface& surface, const model::Spectrum1D* set, TracePanel panel, const ViewLook& look) {
+bool DrawCompanionTrace(platform::Surface& surface, const model::Spectrum1D* set, TracePanel panel, const ViewLook& look) {
   if (!set) return false;
   const std::size_t n = std::min(set->re.size(), set->axisPpm.size());
   if (n < 2) return false;
@@ -44,8 +46,6 @@ bool DrawCompanion(platform::Surface& surface, const model::Spectrum1D* set, Tra
   DrawTrace(surface, panel, ppm, values, static_cast<int>(n), look.trace, look.traceWidth);
   return true;
 }
-
-}  // namespace
 
 MainViewLayout LayOutMainView(platform::Extent size, bool withTraces) {
   MainViewLayout l;
@@ -93,7 +93,7 @@ void DrawSurround(platform::Surface& surface, const MainViewLayout& l, const Mai
     const auto panel = [&](const Projection& p, TracePanel where, const std::vector<float>& ppm, int points,
                            std::vector<float> slice, const std::string& caption, const model::Spectrum1D* set) {
       if (where.rect.width <= 0 || where.rect.height <= 0) return;
-      if (slice.empty() && companions && DrawCompanion(surface, set, where, look)) return;
+      if (slice.empty() && companions && DrawCompanionTrace(surface, set, where, look)) return;
       if (slice.empty()) return DrawProjection(surface, p, where, ppm, points, negative, look);
       Projection shown{std::move(slice), {}, p.max, p.min};
       DrawProjection(surface, shown, where, ppm, points, negative, look);

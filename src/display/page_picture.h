@@ -52,6 +52,10 @@ MainViewLayout LayOutMainView(platform::Extent size, bool withTraces);
 void DrawSurround(platform::Surface& surface, const MainViewLayout& layout, const MainViewInput& input,
                   const LevelTable& levels, const Projection& f2, const Projection& f1, const ViewLook& look = {});
 
+// A 1D set over the panel of its axis, on its own points and scale; false when it has none.
+bool DrawCompanionTrace(platform::Surface& surface, const model::Spectrum1D* set, TracePanel panel,
+                        const ViewLook& look = {});
+
 // Draws the whole picture; false when the window spans less than a point or the user quit.
 bool DrawMainView(platform::Surface& surface, platform::Extent size, const MainViewInput& input,
                   platform::Progress& progress);

@@ -61,12 +61,11 @@ bool PushSnapshotUndo(Document& d, const SnapshotFiles& files, int kind, bool pr
   return false;
 }
 
-void PushReferenceUndo(Document& d, const operations::ReferenceValues& before, bool previewPending) {
+void PushReferenceUndo(Document& d, const operations::ReferenceState& before, bool previewPending) {
   UndoRecord record;
   record.PreviewPending = previewPending ? 1 : 0;
   record.Kind = operations::kUndoReference2D;
-  record.References = {before[model::F1].Reference, static_cast<double>(before[model::F1].RefPoint),
-                       before[model::F2].Reference, static_cast<double>(before[model::F2].RefPoint)};
+  record.Axes = before;
   PushUndo(d.undo, std::move(record));
 }
 
@@ -77,9 +76,7 @@ bool UndoToolRecord(Document& d, const SnapshotFiles& files, operations::PhaseMe
   if (!top || !IsToolUndoKind(top->Kind)) return false;
   const std::int16_t previewPending = top->PreviewPending;
   if (top->Kind == operations::kUndoReference2D) {
-    const auto& v = top->References;
-    operations::ApplyReference(d.spectrum, view, static_cast<float>(v[2]), static_cast<std::int32_t>(v[3]),
-                               static_cast<float>(v[0]), static_cast<std::int32_t>(v[1]));
+    operations::RestoreReferenceState(d.spectrum, view, top->Axes);
     view.PreviewPending = previewPending;
     PopUndo(d.undo);
     return true;
@@ -119,8 +116,11 @@ operations::ToolHost MakeToolHost(Document& d, const SnapshotFiles& files, platf
           threads,
           [&d, files] { WriteLiveSnapshot(d, files); },
           [&d, &view, files](operations::UndoKind kind) { PushSnapshotUndo(d, files, kind, view.PreviewPending != 0); },
-          [&d, &view](const operations::ReferenceValues& before) {
+          [&d, &view](const operations::ReferenceState& before) {
             PushReferenceUndo(d, before, view.PreviewPending != 0);
+          },
+          [&d](int count) {
+            for (int i = 0; i < count; ++i) PopUndo(d.undo);
           },
           [&d, &view](operations::UndoKind kind, const std::array<double, 4>& before) {
             UndoRecord record;

@@ -31,8 +31,8 @@ bool WriteLiveSnapshot(const Document& d, const SnapshotFiles& files);
 // When no number is free or the copy fails the fix stands without undo, and the document no
 // longer matches its file.
 bool PushSnapshotUndo(Document& d, const SnapshotFiles& files, int kind, bool previewPending);
-// A reference change: the record keeps the values from before.
-void PushReferenceUndo(Document& d, const operations::ReferenceValues& before, bool previewPending = false);
+// A reference change: the record keeps the axes from before.
+void PushReferenceUndo(Document& d, const operations::ReferenceState& before, bool previewPending = false);
 
 // "UnDo" of the top record when it is one of the tools' kinds. A data kind whose file is missing
 // ends the command silently with the record left in place; after a data kind the F2 stored phases

@@ -12,6 +12,7 @@
 
 #include "display/axes.h"
 #include "model/peak_table.h"
+#include "operations/reference.h"
 
 namespace velk::document {
 
@@ -20,7 +21,8 @@ struct UndoRecord {
   std::filesystem::path FileName;      // the data snapshot, for the file kinds
   std::vector<std::string> Parameters;  // up to 25 parameter texts, for "Change Parameter"
   model::PeakTable2D Peaks;             // for the peak kinds
-  std::array<double, 4> References{};   // reference values, for the reference kinds
+  operations::ReferenceState Axes;      // the axes' reference, for the 2D reference kind
+  std::array<double, 4> References{};   // a trace's scale, for the 1D reference kinds
   display::GridSetting Grid;            // the grid before "Set up Grid"
   std::int16_t PreviewPending = 0;      // the main window's state at the push, restored
 };

@@ -18,12 +18,14 @@
 #include "gui/phase_tool_panel.h"
 #include "gui/reference_tool_panel.h"
 #include "gui/symmetrize_tool_panel.h"
+#include "gui/trace_reference_panel.h"
 #include "gui/tool_overlay.h"
 #include "operations/baseline_tool.h"
 #include "operations/messages.h"
 #include "operations/rearrange.h"
 #include "operations/reference_tool.h"
 #include "operations/symmetrize_tool.h"
+#include "operations/trace_reference.h"
 
 namespace velk::gui {
 
@@ -48,8 +50,9 @@ OperationTools::OperationTools(document::Session& session, display::ToolBox& too
                                platform::Prompt& prompt, QMainWindow& window)
     : QObject(&window), session_(session), tools_(tools), view_(view), prompt_(prompt), window_(window) {
   for (int mode : {display::kReference2D, display::kPhaseF1, display::kPhaseF2, display::kBaselineF1,
-                   display::kBaselineF2, display::kSymmetrization})
+                   display::kBaselineF2, display::kSymmetrization, display::kReference1DF1, display::kReference1DF2})
     tools_.Add(mode, std::make_unique<ToolOverlay>(*this));
+  connect(&view_, &SpectrumView::tracePressed, this, &OperationTools::PickOnTrace);
 }
 
 OperationTools::~OperationTools() = default;
@@ -89,17 +92,20 @@ void OperationTools::AddMenus(QMenuBar& bar) {
   QAction* centreF1 = tools->addAction("Set Center(F1)", this, [this] { SetCenter(F1); });
   centreF2->setToolTip("Set Reference by F2 Center Frequency");
   centreF1->setToolTip("Set Reference by F1 Center Frequency");
+  QAction* traceF2 = tools->addAction("F2 1D Reference", this, [this] { BeginTraceReference(F2); });
+  QAction* traceF1 = tools->addAction("F1 1D Reference", this, [this] { BeginTraceReference(F1); });
   // Phase needs the four quadrants of a phase-sensitive class, exchange a heteronuclear class or
   // HMBC, the centre commands a 1D trace with frequencies.
-  connect(tools, &QMenu::aboutToShow, this, [this, exchange, centreF2, centreF1, phaseF1, phaseF2] {
+  connect(tools, &QMenu::aboutToShow, this, [this, exchange, centreF2, centreF1, traceF2, traceF1, phaseF1, phaseF2] {
     const document::Document& d = session_.document;
     const bool phasable = view_.Shown() && operations::CanPhase(d.spectrum, d.words.pulseModeClass);
     phaseF1->setEnabled(phasable);
     phaseF2->setEnabled(phasable);
     exchange->setEnabled(operations::CanExchange(d.words.pulseModeClass));
-    const auto hasFrequencies = [](const model::Spectrum1D& t) { return t.absFreqCenter > 0 && t.absFreq0ppm > 0; };
-    centreF2->setEnabled(hasFrequencies(d.companionF2));
-    centreF1->setEnabled(hasFrequencies(d.companionF1));
+    centreF2->setEnabled(operations::HoldsCentreFrequency(d.companionF2));
+    centreF1->setEnabled(operations::HoldsCentreFrequency(d.companionF1));
+    traceF2->setEnabled(operations::CanReferenceTrace(d.companionF2));
+    traceF1->setEnabled(operations::CanReferenceTrace(d.companionF1));
   });
 
 }
@@ -155,11 +161,25 @@ void OperationTools::BeginReference() {
   Opened(new ReferenceToolPanel(*this, static_cast<operations::ReferenceTool&>(*active_.tool)), "Reference Setting");
 }
 
+void OperationTools::BeginTraceReference(model::Axis axis) {
+  if (!MayBegin(axis == F1 ? display::kReference1DF1 : display::kReference1DF2)) return;
+  if (!operations::BeginTraceReference(Host(), active_, axis)) return;
+  Opened(new TraceReferencePanel(*this, static_cast<operations::TraceReferenceTool&>(*active_.tool)),
+         axis == F1 ? "F1 1D Reference Setting" : "F2 1D Reference Setting");
+}
+
+void OperationTools::PickOnTrace(int axis, double ppm) {
+  auto* trace = dynamic_cast<operations::TraceReferenceTool*>(active_.tool.get());
+  if (!trace || trace->Axis() != axis) return;
+  trace->Pick(operations::TracePointAt(trace->Trace(), ppm));
+  MarksChanged();
+}
+
 void OperationTools::SetCenter(model::Axis axis) {
   if (!Ready() || !ResolveOthers()) return;
   StopDrawing();
   document::Document& d = session_.document;
-  const operations::ReferenceValues before = operations::CurrentReference(d.spectrum);
+  const operations::ReferenceState before = operations::SaveReferenceState(d.spectrum);
   if (!operations::SetReferenceByCenter(d.spectrum, State(), axis, axis == F1 ? d.companionF1 : d.companionF2).ok())
     return;
   Host().pushReferenceUndo(before);
@@ -301,7 +321,7 @@ void OperationTools::Ended() {
   }
   active_.tool.reset();
   PointerOverHandle(false);
-  view_.update();
+  view_.Recompose();  // a trace beside the contour may show a new scale
   emit changed();
 }
 

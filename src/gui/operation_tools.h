@@ -42,6 +42,10 @@ class OperationTools final : public QObject {
   // "Set Center(F1)", "Set Center(F2)": the axis's centre takes the shift of its 1D trace's centre
   // frequency.
   void SetCenter(model::Axis axis);
+  // The 1D reference of the trace beside the contour of an axis (modes 101, 102); a click on that
+  // trace's panel picks its point.
+  void BeginTraceReference(model::Axis axis);
+  void PickOnTrace(int axis, double ppm);
   void Invert(bool f1, bool f2);
   void Exchange();
   // The window's "UnDo" while a baseline panel is open takes back the panel's last point edit, not

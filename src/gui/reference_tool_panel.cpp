@@ -5,10 +5,12 @@
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QVBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QToolButton>
+#include <memory>
 
 #include "gui/operation_tools.h"
 #include "model/frequency_table.h"
@@ -57,14 +59,19 @@ std::optional<std::optional<double>> ChooseInstrument(QWidget* parent, const mod
 
 ReferenceToolPanel::ReferenceToolPanel(OperationTools& tools, operations::ReferenceTool& tool, QWidget* parent)
     : QWidget(parent), tools_(tools), tool_(tool) {
-  auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(8, 4, 8, 4);
+  // The cross on the first row; the commands that set the axes otherwise, and the end, on the second.
+  auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(8, 4, 8, 4);
+  auto* row = new QHBoxLayout;
+  auto* commands = new QHBoxLayout;
+  rows->addLayout(row);
+  rows->addLayout(commands);
   row->addWidget(new QLabel("Click on the contour, or move the cross with the arrows, and type its shifts:", this));
   const auto field = [&](const char* label, model::Axis axis) {
     row->addWidget(new QLabel(label, this));
     auto* text = new QLineEdit(this);
     text->setObjectName(axis == F1 ? "RefText1" : "RefText2");
-    text->setMaximumWidth(90);
+    text->setFixedWidth(90);
     connect(text, &QLineEdit::editingFinished, this, [this, text, axis] {
       tools_.StopDrawing();
       if (tool_.SetShift(axis, text->text().toStdString())) tools_.ScaleChanged();
@@ -91,30 +98,48 @@ ReferenceToolPanel::ReferenceToolPanel(OperationTools& tools, operations::Refere
     b->setAutoRepeat(true);
     b->setAutoRepeatDelay(500);
     b->setAutoRepeatInterval(50);
-    connect(b, &QToolButton::clicked, this, [this, dx = a.dx, dy = a.dy] {
+    // Held, the button repeats as released, clicked (with isDown() still true) and pressed again;
+    // let go, it clicks once more. A press that follows a repeat's click continues the same
+    // press of the person, which leaves one undo record however long it is held.
+    auto repeat = std::make_shared<std::pair<bool, bool>>();  // {held, clicked while down}
+    connect(b, &QToolButton::pressed, this, [repeat] { *repeat = {repeat->second, false}; });
+    connect(b, &QToolButton::clicked, this, [this, b, repeat, dx = a.dx, dy = a.dy] {
       const display::DisplayState& v = tools_.State();
       const int dc = v.ViewF2Start < v.ViewF2End ? dx : -dx;
       const int dr = v.ViewF1Start < v.ViewF1End ? -dy : dy;
       tools_.StopDrawing();
-      tool_.MoveCross(dc, dr);
+      tool_.MoveCross(dc, dr, repeat->first);
+      repeat->second = b->isDown();
       tools_.ScaleChanged();
     });
     row->addWidget(b);
   }
+  row->addStretch(1);
   auto* instrument = new QPushButton("Instrument...", this);
   instrument->setObjectName("ByInstrument");
   instrument->setToolTip("Set Reference of 2D using Instrumental Data");
   connect(instrument, &QPushButton::clicked, this, &ReferenceToolPanel::ByInstrument);
-  row->addWidget(instrument);
-  row->addStretch(1);
+  commands->addWidget(instrument);
+  for (model::Axis axis : {F2, F1}) {
+    auto* centre = new QPushButton(axis == F1 ? "Set Center(F1)" : "Set Center(F2)", this);
+    centre->setObjectName(axis == F1 ? "SetCenterF1" : "SetCenterF2");
+    centre->setToolTip(axis == F1 ? "Set Reference by F1 Center Frequency" : "Set Reference by F2 Center Frequency");
+    centre->setEnabled(tool_.CanSetCenter(axis));
+    connect(centre, &QPushButton::clicked, this, [this, axis] {
+      tools_.StopDrawing();
+      if (tool_.SetCenter(axis)) tools_.ScaleChanged();
+    });
+    commands->addWidget(centre);
+  }
+  commands->addStretch(1);
   auto* fix = new QPushButton("Fix", this);
   fix->setObjectName("Fix");
   auto* cancel = new QPushButton("Cancel", this);
   cancel->setObjectName("Cancel");
   connect(fix, &QPushButton::clicked, &tools_, &OperationTools::Fix);
   connect(cancel, &QPushButton::clicked, &tools_, &OperationTools::Cancel);
-  row->addWidget(fix);
-  row->addWidget(cancel);
+  commands->addWidget(fix);
+  commands->addWidget(cancel);
   connect(&tools_, &OperationTools::changed, this, &ReferenceToolPanel::Show);
   Show();
 }

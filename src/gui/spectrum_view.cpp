@@ -198,6 +198,7 @@ void SpectrumView::Point(Pointing what, QMouseEvent* event) {
   const bool inside = at.x >= c.x && at.x < c.right() && at.y >= c.y && at.y < c.bottom();
   if (inside) emit cursorMoved(QString::fromStdString(display::CursorText(
                   display::ReadCursor(d.view, d.spectrum, c, at.x, at.y))));
+  if (what == Pointing::Press && !inside && !at.right) PressBeside(at);
   // A press starts only on the contour, and not while it is being traced.
   if (what == Pointing::Press && (!inside || d.view.ContourDirty)) return;
   display::ToolContext context{d.view, d.spectrum, c};
@@ -211,6 +212,17 @@ void SpectrumView::Point(Pointing what, QMouseEvent* event) {
   }
   if (context.slicesChanged) Recompose();
   update();
+}
+
+void SpectrumView::PressBeside(const display::Pointer& at) {
+  const display::DisplayState& v = document_.view;
+  const auto within = [&](const display::Rect& r) {
+    return r.width > 0 && r.height > 0 && at.x >= r.x && at.x < r.right() && at.y >= r.y && at.y < r.bottom();
+  };
+  const display::Rect& f2 = layout_.traceF2;
+  const display::Rect& f1 = layout_.traceF1;
+  if (within(f2)) emit tracePressed(model::F2, display::PixelToValue(v.ViewF2Start, v.ViewF2End, f2.x, f2.width, at.x));
+  if (within(f1)) emit tracePressed(model::F1, display::PixelToValue(v.ViewF1Start, v.ViewF1End, f1.y, f1.height, at.y));
 }
 
 void SpectrumView::mousePressEvent(QMouseEvent* e) { Point(Pointing::Press, e); }

@@ -66,6 +66,8 @@ class SpectrumView final : public QWidget {
 
  signals:
   void cursorMoved(const QString& reading);
+  // A left press on the panel beside the contour of an axis (a model::Axis), at that axis's ppm.
+  void tracePressed(int axis, double ppm);
   void windowMoved();
   void traced();
   void tracing(int percent);
@@ -84,6 +86,7 @@ class SpectrumView final : public QWidget {
   void Trace(bool reuse);
   void Compose();
   void Point(Pointing what, QMouseEvent* event);
+  void PressBeside(const display::Pointer& at);
   display::Pointer DevicePointer(QMouseEvent* event) const;
 
   document::Document& document_;

@@ -10,6 +10,8 @@
 #include "operations/phase_tool.h"
 #include "operations/reference_tool.h"
 #include "operations/symmetrize_tool.h"
+#include "operations/trace_reference.h"
+#include "display/page_picture.h"
 
 namespace velk::gui {
 
@@ -34,18 +36,50 @@ float PpmAt(const std::vector<float>& ppm, std::int32_t i) {
   return ppm.empty() ? 0.0f : ppm[std::clamp<std::size_t>(static_cast<std::size_t>(std::max(i, 0)), 0, ppm.size() - 1)];
 }
 
-// A line across the contour at a point of an axis: vertical for F2, horizontal for F1.
+// A line across a rectangle at a shift of an axis: vertical for F2, horizontal for F1.
+void PpmLine(platform::Surface& surface, const display::DisplayState& v, const display::Rect& r, model::Axis axis,
+             double ppm) {
+  if (axis == F2) {
+    const int x = X(v, r, ppm);
+    surface.MoveTo(x, r.y);
+    surface.LineTo(x, r.bottom());
+  } else {
+    const int y = Y(v, r, ppm);
+    surface.MoveTo(r.x, y);
+    surface.LineTo(r.right(), y);
+  }
+}
+
+// The same at a data point of the spectrum's axis.
 void AxisLine(platform::Surface& surface, const display::DisplayState& v, const model::Spectrum2D& s,
               const display::Rect& c, model::Axis axis, std::int32_t point) {
-  if (axis == F2) {
-    const int x = X(v, c, PpmAt(s.ppmF2, point));
-    surface.MoveTo(x, c.y);
-    surface.LineTo(x, c.bottom());
-  } else {
-    const int y = Y(v, c, PpmAt(s.ppmF1, point));
-    surface.MoveTo(c.x, y);
-    surface.LineTo(c.right(), y);
-  }
+  PpmLine(surface, v, c, axis, PpmAt(axis == F2 ? s.ppmF2 : s.ppmF1, point));
+}
+
+// A side panel emptied inside its frame, which stays, for a trace of the tool's own.
+void ClearPanel(platform::Surface& surface, const display::Rect& panel) {
+  surface.SetPen(platform::kWhite, 1);
+  surface.SetBrush(platform::kWhite);
+  const platform::Point corners[4] = {{panel.x + 1, panel.y + 1},
+                                      {panel.right() - 2, panel.y + 1},
+                                      {panel.right() - 2, panel.bottom() - 2},
+                                      {panel.x + 1, panel.bottom() - 2}};
+  surface.Polygon(corners);
+  surface.SetNoBrush();
+}
+
+// The trace under a 1D reference on its scale of the moment, with a line at the picked point.
+void DrawTraceReference(platform::Surface& surface, const operations::TraceReferenceTool& tool,
+                        const display::DisplayState& v, const display::Rect& panel) {
+  const bool f1 = tool.Axis() == F1;
+  ClearPanel(surface, panel);
+  const model::Spectrum1D& trace = tool.Trace();
+  display::DrawCompanionTrace(surface, &trace, {panel, f1 ? v.ViewF1Start : v.ViewF2Start,
+                                                f1 ? v.ViewF1End : v.ViewF2End, 0, 1, f1});
+  if (tool.Picked() < 0 || static_cast<std::size_t>(tool.Picked()) >= trace.axisPpm.size()) return;
+  const double ppm = trace.axisPpm[static_cast<std::size_t>(tool.Picked())];
+  surface.SetPen(kReferenceColor, 1);
+  PpmLine(surface, v, panel, tool.Axis(), ppm);
 }
 
 // The phase trace of the panel's axis replaces the projection in that axis's side panel, on a
@@ -56,15 +90,7 @@ void DrawPhaseTrace(platform::Surface& surface, const operations::PhaseTool& too
   float largest = 0;
   for (float x : re) largest = std::max(largest, std::fabs(x));
   if (largest <= 0) largest = 1;
-  // Inside the panel's frame, which stays.
-  surface.SetPen(0xFFFFFF, 1);
-  surface.SetBrush(0xFFFFFF);
-  const platform::Point corners[4] = {{panel.x + 1, panel.y + 1},
-                                      {panel.right() - 2, panel.y + 1},
-                                      {panel.right() - 2, panel.bottom() - 2},
-                                      {panel.x + 1, panel.bottom() - 2}};
-  surface.Polygon(corners);
-  surface.SetNoBrush();
+  ClearPanel(surface, panel);
   const bool f1 = tool.Axis() == F1;
   display::TracePanel p{panel, f1 ? v.ViewF1Start : v.ViewF2Start, f1 ? v.ViewF1End : v.ViewF2End, -1.05f * largest,
                         1.05f * largest, f1};
@@ -79,26 +105,34 @@ void DrawPhaseTrace(platform::Surface& surface, const operations::PhaseTool& too
   const std::vector<float>& ppm = f1 ? s.ppmF1 : s.ppmF2;
   display::DrawTrace(surface, p, ppm, re, static_cast<int>(re.size()), kPhaseTraceColor, 1);
   surface.SetPen(kPivotColor, 1);
-  const float pivot = PpmAt(ppm, tool.Values().pivot);
-  if (f1) {
-    const int y = Y(v, {panel.x, panel.y, panel.width, panel.height}, pivot);
-    surface.MoveTo(panel.x, y);
-    surface.LineTo(panel.right(), y);
-  } else {
-    const int x = X(v, panel, pivot);
-    surface.MoveTo(x, panel.y);
-    surface.LineTo(x, panel.bottom());
-  }
+  PpmLine(surface, v, panel, tool.Axis(), PpmAt(ppm, tool.Values().pivot));
 }
 
-// The diagonal that symmetrization mirrors across, F1 = F2 + d, from the left edge of the contour
-// to the right, in pixels.
+// The part of a line inside a rectangle (the line itself when it misses it).
+operations::ScreenLine Inside(const operations::ScreenLine& l, double left, double top, double right, double bottom) {
+  const double dx = l.x1 - l.x0, dy = l.y1 - l.y0;
+  double t0 = 0, t1 = 1;
+  const auto cut = [&](double p, double q) {  // keeps the side p * t <= q
+    if (p == 0) return q >= 0;
+    const double t = q / p;
+    if (p < 0) t0 = std::max(t0, t);
+    else t1 = std::min(t1, t);
+    return t0 <= t1;
+  };
+  if (!(cut(-dx, l.x0 - left) && cut(dx, right - l.x0) && cut(-dy, l.y0 - top) && cut(dy, bottom - l.y0))) return l;
+  return {l.x0 + t0 * dx, l.y0 + t0 * dy, l.x0 + t1 * dx, l.y0 + t1 * dy};
+}
+
+// The diagonal that symmetrization mirrors across, F1 = F2 + d, in pixels: the part inside the
+// contour, held back from its edges so that the handles at its ends show whole.
 operations::ScreenLine SymmetryLine(float shift, const display::DisplayState& v, const model::Spectrum2D& s,
                                     const display::Rect& c) {
   const double d = operations::DiagonalOffset(s, shift);
   const auto y = [&](int x) { return Y(v, c, ValueAt(v.ViewF2Start, v.ViewF2End, c.x, c.width, x) + d); };
-  return {static_cast<double>(c.x), static_cast<double>(y(c.x)), static_cast<double>(c.right()),
-          static_cast<double>(y(c.right()))};
+  const operations::ScreenLine across{static_cast<double>(c.x), static_cast<double>(y(c.x)),
+                                      static_cast<double>(c.right()), static_cast<double>(y(c.right()))};
+  const double room = operations::kHandleReach - 1;  // the handle's half width and one pixel
+  return Inside(across, c.x + room, c.y + room, c.right() - 1 - room, c.bottom() - 1 - room);
 }
 
 // The line with its handles: a small square at each end and in the middle.
@@ -204,6 +238,12 @@ void ToolOverlay::DrawOverlay(platform::Surface& surface, const display::Display
     surface.SetPen(kReferenceColor, 1);
     AxisLine(surface, v, s, c, F2, reference->CrossF2());
     AxisLine(surface, v, s, c, F1, reference->CrossF1());
+  } else if (auto* trace = dynamic_cast<const operations::TraceReferenceTool*>(tool)) {
+    const display::Rect& panel = trace->Axis() == F1 ? layout.traceF1 : layout.traceF2;
+    if (panel.width > 2 && panel.height > 2) {
+      surface.SetClip(panel.x, panel.y, panel.width, panel.height);
+      DrawTraceReference(surface, *trace, v, panel);
+    }
   }
   surface.ClearClip();
 }

@@ -25,12 +25,13 @@ class ToolOverlay final : public display::Tool {
   OperationTools& tools_;
 };
 
-// The colours of the marks: the phase trace, the pivot and the baseline points, the symmetry line
-// and the reference cross.
+// The colours of the marks (blue-green-red words): the phase trace, the pivot and the baseline
+// points, the symmetry line, and the reference cross, blue so that the red slice cursors and
+// the warm contour levels do not hide it.
 inline constexpr platform::Color kPhaseTraceColor = 0xC00000;
 inline constexpr platform::Color kPivotColor = 0x0000FF;
 inline constexpr platform::Color kBasePointColor = 0xC000C0;
 inline constexpr platform::Color kSymmetryColor = 0x00A000;
-inline constexpr platform::Color kReferenceColor = 0x0000FF;
+inline constexpr platform::Color kReferenceColor = platform::MakeColor(0, 64, 255);
 
 }  // namespace velk::gui

@@ -1,6 +1,7 @@
 #include "operations/reference.h"
 
 #include <cmath>
+#include <cstdio>
 
 #include "model/data_type.h"
 #include "operations/messages.h"
@@ -28,6 +29,21 @@ ReferenceValues CurrentReference(const model::Spectrum2D& s) {
           AxisReference{s.axis[F2].Reference, s.axis[F2].RefPoint}};
 }
 
+ReferenceState SaveReferenceState(const model::Spectrum2D& s) {
+  return {CurrentReference(s), {s.extras[F1].absFreq0ppm, s.extras[F2].absFreq0ppm},
+          {s.extras[F1].ppmFirst, s.extras[F2].ppmFirst}};
+}
+
+void RestoreReferenceState(model::Spectrum2D& s, display::DisplayState& view, const ReferenceState& state) {
+  ApplyReference(s, view, state.values);
+  // The first positions as they were, not as recomputed from the reference point.
+  for (model::Axis a : {F1, F2}) {
+    s.extras[a].absFreq0ppm = state.zeroPpm[a];
+    if (s.axis[a].Point > 0) s.extras[a].ppmFirst = state.ppmFirst[a];
+  }
+  model::RebuildPpmTables(s);
+}
+
 void ApplyReference(model::Spectrum2D& s, display::DisplayState& view, const ReferenceValues& values) {
   std::array<float*, 2> starts{&view.ViewF1Start, &view.ViewF2Start};
   std::array<float*, 2> ends{&view.ViewF1End, &view.ViewF2End};
@@ -50,11 +66,23 @@ void ApplyReference(model::Spectrum2D& s, display::DisplayState& view, float ref
                  ReferenceValues{AxisReference{referenceF1, refPointF1}, AxisReference{referenceF2, refPointF2}});
 }
 
+std::string FormatShift(double ppm) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%.4f", ppm);
+  std::string s = text;
+  while (s.size() > 1 && s.back() == '0' && s[s.size() - 2] != '.') s.pop_back();
+  return s;
+}
+
 std::int32_t CentrePoint(std::int32_t points) { return static_cast<std::int32_t>(std::lrint(points / 2.0)); }
+
+bool HoldsCentreFrequency(const model::Spectrum1D& trace) {
+  return trace.params.POINT > 0 && !trace.re.empty() && trace.absFreqCenter > 0 && trace.absFreq0ppm > 0;
+}
 
 platform::Outcome SetReferenceByCenter(model::Spectrum2D& s, display::DisplayState& view, model::Axis axis,
                                        const model::Spectrum1D& trace) {
-  if (!(trace.absFreqCenter > 0) || !(trace.absFreq0ppm > 0)) return {1, {}};
+  if (!HoldsCentreFrequency(trace)) return {1, {}};
   ReferenceValues values = CurrentReference(s);
   values[axis] = {static_cast<float>(ShiftOf(trace.absFreqCenter, trace.absFreq0ppm)), CentrePoint(s.axis[axis].Point)};
   ApplyReference(s, view, values);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 
 #include "operations/messages.h"
@@ -14,16 +13,16 @@ using model::F2;
 
 ReferenceTool::ReferenceTool(ToolHost& host)
     : Tool(host),
-      remembered_(CurrentReference(host.spectrum)),
-      zeroPpm_{host.spectrum.extras[F1].absFreq0ppm, host.spectrum.extras[F2].absFreq0ppm},
+      entry_(SaveReferenceState(host.spectrum)),
+      settled_(entry_),
       viewF2Start_(host.view.ViewF2Start),
       viewF2End_(host.view.ViewF2End),
       viewF1Start_(host.view.ViewF1Start),
       viewF1End_(host.view.ViewF1End),
-      crossF2_(remembered_[F2].RefPoint),
-      crossF1_(remembered_[F1].RefPoint),
-      shiftF2_(remembered_[F2].Reference),
-      shiftF1_(remembered_[F1].Reference) {
+      crossF2_(entry_.values[F2].RefPoint),
+      crossF1_(entry_.values[F1].RefPoint),
+      shiftF2_(entry_.values[F2].Reference),
+      shiftF1_(entry_.values[F1].Reference) {
   host.view.ToolMode = Mode();
   fixEnabled_ = true;
   previewPending_ = false;
@@ -31,22 +30,48 @@ ReferenceTool::ReferenceTool(ToolHost& host)
 
 std::string_view ReferenceTool::FixQuestion() const { return messages::kFixReference; }
 
-bool ReferenceTool::Changed() const {
-  const ReferenceValues now = CurrentReference(host_.spectrum);
-  for (model::Axis a : {F1, F2})
-    if (now[a].Reference != remembered_[a].Reference || now[a].RefPoint != remembered_[a].RefPoint) return true;
-  return false;
-}
-
 void ReferenceTool::Apply() { ApplyReference(host_.spectrum, host_.view, shiftF2_, crossF2_, shiftF1_, crossF1_); }
 
-void ReferenceTool::PlaceCross(std::int32_t column, std::int32_t row) {
-  crossF2_ = std::clamp(column, 0, std::max(host_.spectrum.axis[F2].Point - 1, 0));
-  crossF1_ = std::clamp(row, 0, std::max(host_.spectrum.axis[F1].Point - 1, 0));
-  Apply();
+void ReferenceTool::Record(const ReferenceState& before) {
+  if (host_.pushReferenceUndo) host_.pushReferenceUndo(before);
+  ++recorded_;
 }
 
-void ReferenceTool::MoveCross(std::int32_t dc, std::int32_t dr) { PlaceCross(crossF2_ + dc, crossF1_ + dr); }
+template <class Change>
+void ReferenceTool::Step(bool held, Change change) {
+  if (!held) pressRecorded_ = false;
+  const ReferenceState before = SaveReferenceState(host_.spectrum);
+  change();
+  if (SaveReferenceState(host_.spectrum) == before) return;
+  if (!pressRecorded_) Record(before);
+  pressRecorded_ = true;
+  settled_ = SaveReferenceState(host_.spectrum);
+}
+
+// The cross and the typed shifts follow what a command other than the cross set on the axes.
+void ReferenceTool::FollowAxes() {
+  const ReferenceValues now = CurrentReference(host_.spectrum);
+  crossF2_ = now[F2].RefPoint;
+  crossF1_ = now[F1].RefPoint;
+  shiftF2_ = now[F2].Reference;
+  shiftF1_ = now[F1].Reference;
+}
+
+void ReferenceTool::PlaceCross(std::int32_t column, std::int32_t row) {
+  Step(false, [&] {
+    crossF2_ = std::clamp(column, 0, std::max(host_.spectrum.axis[F2].Point - 1, 0));
+    crossF1_ = std::clamp(row, 0, std::max(host_.spectrum.axis[F1].Point - 1, 0));
+    Apply();
+  });
+}
+
+void ReferenceTool::MoveCross(std::int32_t dc, std::int32_t dr, bool held) {
+  Step(held, [&] {
+    crossF2_ = std::clamp(crossF2_ + dc, 0, std::max(host_.spectrum.axis[F2].Point - 1, 0));
+    crossF1_ = std::clamp(crossF1_ + dr, 0, std::max(host_.spectrum.axis[F1].Point - 1, 0));
+    Apply();
+  });
+}
 
 bool ReferenceTool::SetShift(model::Axis axis, std::string_view text) {
   const std::string copy(text);
@@ -59,46 +84,50 @@ bool ReferenceTool::SetShift(model::Axis axis, std::string_view text) {
 }
 
 platform::Outcome ReferenceTool::SetByInstrument(std::optional<double> zeroPpmF2, std::optional<double> zeroPpmF1) {
-  platform::Outcome done =
-      SetReferenceByInstrument(host_.spectrum, host_.view, host_.pulseModeClass, zeroPpmF2, zeroPpmF1);
-  if (!done.ok()) return done;
-  const ReferenceValues now = CurrentReference(host_.spectrum);
-  crossF2_ = now[F2].RefPoint;
-  crossF1_ = now[F1].RefPoint;
-  shiftF2_ = now[F2].Reference;
-  shiftF1_ = now[F1].Reference;
+  platform::Outcome done;
+  Step(false, [&] {
+    done = SetReferenceByInstrument(host_.spectrum, host_.view, host_.pulseModeClass, zeroPpmF2, zeroPpmF1);
+  });
+  FollowAxes();
+  return done;
+}
+
+bool ReferenceTool::SetCenter(model::Axis axis) {
+  bool done = false;
+  Step(false, [&] {
+    done = SetReferenceByCenter(host_.spectrum, host_.view, axis, Trace(axis)).ok();
+  });
+  FollowAxes();
   return done;
 }
 
 std::string ReferenceTool::ShiftText(model::Axis axis) const {
-  char text[64];
-  std::snprintf(text, sizeof text, "%.4f", static_cast<double>(host_.spectrum.axis[axis].Reference));
-  std::string s = text;
-  while (s.size() > 1 && s.back() == '0' && s[s.size() - 2] != '.') s.pop_back();
-  return s;
+  return FormatShift(host_.spectrum.axis[axis].Reference);
 }
 
 void ReferenceTool::Reset() {
-  ApplyReference(host_.spectrum, host_.view, remembered_);
-  crossF2_ = remembered_[F2].RefPoint;
-  crossF1_ = remembered_[F1].RefPoint;
+  Step(false, [&] { RestoreReferenceState(host_.spectrum, host_.view, entry_); });
+  FollowAxes();
 }
 
 void ReferenceTool::Fix() {
   Leave();
-  if (!Changed()) return;
-  if (host_.pushReferenceUndo) host_.pushReferenceUndo(remembered_);
+  const ReferenceState now = SaveReferenceState(host_.spectrum);
+  if (now == entry_ && recorded_ == 0) return;
+  // A typed shift after the last press has no record yet.
+  if (!(now == settled_)) Record(settled_);
   Call(host_.markUnsaved);
 }
 
 void ReferenceTool::Cancel() {
   Leave();
-  ApplyReference(host_.spectrum, host_.view, remembered_);
-  for (model::Axis a : {F1, F2}) host_.spectrum.extras[a].absFreq0ppm = zeroPpm_[a];
+  RestoreReferenceState(host_.spectrum, host_.view, entry_);
   host_.view.ViewF2Start = viewF2Start_;
   host_.view.ViewF2End = viewF2End_;
   host_.view.ViewF1Start = viewF1Start_;
   host_.view.ViewF1End = viewF1End_;
+  if (recorded_ > 0 && host_.dropUndo) host_.dropUndo(recorded_);
+  recorded_ = 0;
 }
 
 bool BeginReference(ToolHost& host, ActiveTool& active) {

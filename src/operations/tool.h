@@ -31,8 +31,10 @@ struct ToolHost {
   std::function<void()> writeSnapshot;
   // At "Fix": a record of the kind with a copy of the live snapshot (none when no undo file is free).
   std::function<void(UndoKind)> pushSnapshotUndo;
-  // A reference change: the record keeps the values before it.
-  std::function<void(const ReferenceValues&)> pushReferenceUndo;
+  // A reference change: the record keeps the axes before it.
+  std::function<void(const ReferenceState&)> pushReferenceUndo;
+  // "Cancel" of a tool that recorded as it went: its `count` newest records go again.
+  std::function<void(int count)> dropUndo;
   // A 1D reference change of a trace beside the contour: the record keeps the trace's scale from
   // before (as ScaleRecord writes it).
   std::function<void(UndoKind, const std::array<double, 4>&)> pushTraceReferenceUndo;

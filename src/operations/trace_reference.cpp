@@ -12,7 +12,11 @@ namespace velk::operations {
 
 using model::F1;
 
-TraceScale ScaleOf(const model::Spectrum1D& t) { return {t.params.SMEXR, t.params.SMTMS, t.axisFirst}; }
+// The start of the table in double precision where there is one, so that a scale put back gives
+// the same positions; the record's single precision start otherwise.
+TraceScale ScaleOf(const model::Spectrum1D& t) {
+  return {t.params.SMEXR, t.params.SMTMS, t.axisPpm.empty() ? double{t.axisFirst} : t.axisPpm[0]};
+}
 
 void SetTraceScale(model::Spectrum1D& t, const TraceScale& scale) {
   t.params.SMEXR = scale.Reference;
@@ -34,8 +38,16 @@ TraceScale ScaleFromRecord(const std::array<double, 4>& v) {
   return {static_cast<float>(v[0]), static_cast<std::int32_t>(v[1]), v[2]};
 }
 
+bool CanReferenceTrace(const model::Spectrum1D& t) { return t.params.POINT > 0 && !t.re.empty(); }
+
+std::int32_t TracePointAt(const model::Spectrum1D& t, double ppm) {
+  if (t.axisStep == 0) return 0;
+  const double point = std::nearbyint((ppm - t.axisFirst) / t.axisStep);
+  return static_cast<std::int32_t>(std::clamp(point, -1e9, 1e9));
+}
+
 TraceReferenceTool::TraceReferenceTool(ToolHost& host, model::Axis axis)
-    : Tool(host), axis_(axis), remembered_(ScaleOf(Trace())), picked_(remembered_.RefPoint),
+    : Tool(host), axis_(axis), remembered_(ScaleOf(Data())), picked_(remembered_.RefPoint),
       shift_(remembered_.Reference) {
   host.view.ToolMode = Mode();
   fixEnabled_ = true;
@@ -51,8 +63,8 @@ std::string_view TraceReferenceTool::FixQuestion() const {
 }
 
 void TraceReferenceTool::Pick(std::int32_t point) {
-  picked_ = std::clamp(point, 0, std::max(Trace().params.POINT - 1, 0));
-  SetTraceReference(Trace(), picked_, shift_);
+  picked_ = std::clamp(point, 0, std::max(Data().params.POINT - 1, 0));
+  SetTraceReference(Data(), picked_, shift_);
 }
 
 bool TraceReferenceTool::SetShift(std::string_view text) {
@@ -61,28 +73,30 @@ bool TraceReferenceTool::SetShift(std::string_view text) {
   const float value = std::strtof(copy.c_str(), &end);
   if (end == copy.c_str() || !std::isfinite(value)) return false;
   shift_ = value;
-  SetTraceReference(Trace(), picked_, shift_);
+  SetTraceReference(Data(), picked_, shift_);
   return true;
 }
 
+std::string TraceReferenceTool::ShiftText() const { return FormatShift(shift_); }
+
 bool TraceReferenceTool::SetCenter() {
-  const model::Spectrum1D& t = Trace();
-  if (!(t.absFreqCenter > 0) || !(t.absFreq0ppm > 0)) return false;
+  const model::Spectrum1D& t = Data();
+  if (!CanSetCenter()) return false;
   picked_ = CentrePoint(t.params.POINT);
   shift_ = static_cast<float>((t.absFreqCenter - t.absFreq0ppm) / t.absFreq0ppm * 1e6);
-  SetTraceReference(Trace(), picked_, shift_);
+  SetTraceReference(Data(), picked_, shift_);
   return true;
 }
 
 void TraceReferenceTool::Reset() {
-  SetTraceScale(Trace(), remembered_);
+  SetTraceScale(Data(), remembered_);
   picked_ = remembered_.RefPoint;
   shift_ = remembered_.Reference;
 }
 
 void TraceReferenceTool::Fix() {
   Leave();
-  const TraceScale now = ScaleOf(Trace());
+  const TraceScale now = ScaleOf(Data());
   if (now.Reference == remembered_.Reference && now.RefPoint == remembered_.RefPoint) return;
   if (host_.pushTraceReferenceUndo)
     host_.pushTraceReferenceUndo(axis_ == F1 ? kUndoReference1DF1 : kUndoReference1DF2, ScaleRecord(remembered_));
@@ -91,12 +105,11 @@ void TraceReferenceTool::Fix() {
 
 void TraceReferenceTool::Cancel() {
   Leave();
-  SetTraceScale(Trace(), remembered_);
+  SetTraceScale(Data(), remembered_);
 }
 
 bool BeginTraceReference(ToolHost& host, ActiveTool& active, model::Axis axis) {
-  const model::Spectrum1D& t = axis == F1 ? host.traceF1 : host.traceF2;
-  if (t.params.POINT < 1 || t.re.empty()) return false;
+  if (!CanReferenceTrace(axis == F1 ? host.traceF1 : host.traceF2)) return false;
   if (!active.MayOpen(host.view, axis == F1 ? display::kReference1DF1 : display::kReference1DF2)) return false;
   active.tool = std::make_unique<TraceReferenceTool>(host, axis);
   return true;

@@ -4,8 +4,10 @@
 // keeps the new scale of the trace with an undo record of the old one, "Cancel" puts it back.
 // The 2D scale is not touched.
 #include <array>
+#include <string>
 #include <string_view>
 
+#include "operations/reference.h"
 #include "operations/tool.h"
 
 namespace velk::operations {
@@ -24,6 +26,11 @@ void SetTraceScale(model::Spectrum1D& t, const TraceScale& scale);
 std::array<double, 4> ScaleRecord(const TraceScale& scale);
 TraceScale ScaleFromRecord(const std::array<double, 4>& values);
 
+// The trace holds data that a 1D reference can work on.
+bool CanReferenceTrace(const model::Spectrum1D& t);
+// The trace's data point nearest to a shift on its present scale (not clamped).
+std::int32_t TracePointAt(const model::Spectrum1D& t, double ppm);
+
 class TraceReferenceTool final : public Tool {
  public:
   TraceReferenceTool(ToolHost& host, model::Axis axis);
@@ -31,6 +38,11 @@ class TraceReferenceTool final : public Tool {
   std::int16_t Mode() const override;
   model::Axis Axis() const { return axis_; }
   std::int32_t Picked() const { return picked_; }
+  const model::Spectrum1D& Trace() const { return axis_ == model::F1 ? host_.traceF1 : host_.traceF2; }
+  // "#####0.0###" of the shift at the picked point.
+  std::string ShiftText() const;
+  // "Set Center Frequency of F1" (F2) can serve.
+  bool CanSetCenter() const { return HoldsCentreFrequency(Trace()); }
   // A click on the trace's panel: the nearest data point, clamped to the trace.
   void Pick(std::int32_t point);
   // The shift typed for the picked point; false (nothing changed) when not a number.
@@ -48,7 +60,7 @@ class TraceReferenceTool final : public Tool {
   bool CancelsWithoutAsking() const override { return false; }
   std::string_view FixQuestion() const override;
   std::string_view NotFixable() const override { return FixQuestion(); }
-  model::Spectrum1D& Trace() const { return axis_ == model::F1 ? host_.traceF1 : host_.traceF2; }
+  model::Spectrum1D& Data() const { return axis_ == model::F1 ? host_.traceF1 : host_.traceF2; }
 
   model::Axis axis_;
   TraceScale remembered_;

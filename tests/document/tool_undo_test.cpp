@@ -2,7 +2,11 @@
 // each undo consumes one and brings the data back as they were before that fix.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "document/tool_undo.h"
+#include "model/data_type.h"
+#include "model/frequency_table.h"
 #include "model/trace.h"
 #include "operations/trace_reference.h"
 #include "operations/baseline_tool.h"
@@ -94,6 +98,57 @@ TEST(ToolUndo, MissingFileEndsSilentlyAndReferenceComesBack) {
   EXPECT_EQ(f.RR(), now);
   EXPECT_EQ(document::UndoCaption(f.d.undo), "UnDo(Symmetrize)");
   EXPECT_TRUE(f.prompt.shown.empty());
+}
+
+// Each press of the reference cross is a step of its own, and the instrument form's step takes
+// the axes' 0 ppm frequencies with it: two undos bring every field of both axes back to the bit,
+// even a first position that the reference point alone would not give again.
+TEST(ToolUndo, ReferencePressesAndInstrumentComeBackExactly) {
+  Fixture f;
+  model::Spectrum2D& s = f.d.spectrum;
+  f.d.words.pulseModeClass = model::VPH_HETERO;
+  s.extras[F1].absFreqCenter = 125.7;
+  for (model::Axis a : {F1, F2}) {
+    s.extras[a].absFreq0ppm = s.extras[a].absFreqCenter * (1 - 4e-6);
+    s.extras[a].ppmFirst = std::nextafter(s.extras[a].ppmFirst, 1e9);
+  }
+  model::RebuildPpmTables(s);
+  const model::Spectrum2D before = s;
+  const model::InstrumentFrequencyTable table{{{"test 1H", "499.9975", "", "", ""}},
+                                              {{"test 13C", "125.6937", "", "", ""}}};
+  operations::ToolHost host = document::MakeToolHost(f.d, f.files, f.prompt);
+  ASSERT_TRUE(operations::BeginReference(host, f.active));
+  auto* tool = static_cast<operations::ReferenceTool*>(f.active.tool.get());
+  tool->PlaceCross(30, 40);
+  const model::Spectrum2D clicked = s;
+  ASSERT_TRUE(tool->SetByInstrument(model::ZeroPpmFrequency(table, "test 1H"),
+                                    model::ZeroPpmFrequency(table, "test 13C")).ok());
+  EXPECT_EQ(s.extras[F1].absFreq0ppm, 125.6937);
+  EXPECT_NEAR(s.ppmF2[64], 5.0, 1e-3);  // 500 MHz on 0 ppm at 499.9975 MHz
+  EXPECT_NEAR(s.ppmF1[64], (125.7 - 125.6937) / 125.6937 * 1e6, 1e-2);
+  f.active.tool->Fix();
+  ASSERT_EQ(f.d.undo.records.size(), 2u);
+  EXPECT_EQ(document::UndoCaption(f.d.undo), "UnDo(2D Refernec Setting)");
+
+  const auto same = [&](const model::Spectrum2D& want) {
+    for (model::Axis a : {F1, F2}) {
+      EXPECT_EQ(s.axis[a].Reference, want.axis[a].Reference);
+      EXPECT_EQ(s.axis[a].RefPoint, want.axis[a].RefPoint);
+      EXPECT_EQ(s.axis[a].Resolution, want.axis[a].Resolution);
+      EXPECT_EQ(s.axis[a].Point, want.axis[a].Point);
+      EXPECT_EQ(s.axis[a].Frequency, want.axis[a].Frequency);
+      EXPECT_EQ(s.extras[a].absFreq0ppm, want.extras[a].absFreq0ppm);
+      EXPECT_EQ(s.extras[a].ppmFirst, want.extras[a].ppmFirst);
+      EXPECT_EQ(s.extras[a].ppmStep, want.extras[a].ppmStep);
+    }
+    EXPECT_EQ(s.ppmF2, want.ppmF2);
+    EXPECT_EQ(s.ppmF1, want.ppmF1);
+  };
+  ASSERT_TRUE(document::UndoToolRecord(f.d, f.files, f.phases, f.prompt));
+  same(clicked);
+  ASSERT_TRUE(document::UndoToolRecord(f.d, f.files, f.phases, f.prompt));
+  same(before);
+  EXPECT_EQ(document::UndoCaption(f.d.undo), "UnDo");
 }
 
 // The traces beside the contour keep their own scale: a 1D reference moves the trace's positions

@@ -1,7 +1,7 @@
 // The spectrum tools driven as a person uses them, on the offscreen platform: phase the corpus
 // HSQC with the step labels and undo it, correct its baseline with points clicked on the contour,
-// symmetrize the COSY, and set a reference by clicking; each checked on the data and on what the
-// window shows (panel, marks, the Undo entry's caption).
+// symmetrize the COSY, set a reference by clicking and one of a trace beside the contour; each
+// checked on the data and on what the window shows (panel, marks, the Undo entry's caption).
 #include <QDir>
 #include <QDockWidget>
 #include <QLabel>
@@ -244,33 +244,50 @@ class OperationToolsTest : public QObject {
     QVERIFY(s.RR.data == rr);
   }
 
-  void ReferenceByClicking() {
+  // Every press is a step of its own: two clicks on the contour and an arrow held through its
+  // repeats give three records, and three UnDos walk back through them.
+  void ReferenceByClickingStepsBackPressByPress() {
     Window t("bruker/cyclosporin_hsqc/3/pdata/1/2rr");
     model::Spectrum2D& s = t.Data();
-    const std::vector<float> f2Before = s.ppmF2;
+    std::vector<std::vector<float>> steps{s.ppmF2};
     t.Run("Reference Setting");
     gui::SpectrumView& view = t.w.Picture();
-    QTest::mouseClick(&view, Qt::LeftButton, {}, view.PositionOf(1.0, 20.0).toPoint());
+    const QPoint first = view.PositionOf(1.0, 20.0).toPoint();
+    QTest::mouseClick(&view, Qt::LeftButton, {}, first);
     const int col = s.axis[F2].RefPoint;
-    QVERIFY(std::abs(f2Before[col] - 1.0f) < 0.02f);
+    QVERIFY(std::abs(steps[0][col] - 1.0f) < 0.02f);
     const double x = view.PositionOf(s.ppmF2[col], 20).x();
     t.Button<QLineEdit>("RefText2")->setText("1.5");
     QMetaObject::invokeMethod(t.Button<QLineEdit>("RefText2"), "editingFinished");
     QCOMPARE(s.ppmF2[col], 1.5f);
     // The scale moved, not the data: the same point lies at the same place on the screen.
     QVERIFY(std::abs(view.PositionOf(s.ppmF2[col], 20).x() - x) < 0.5);
-    QTest::mouseClick(t.Button<QToolButton>("RefCommandLeft"), Qt::LeftButton);
-    QCOMPARE(s.axis[F2].RefPoint, col + 1);  // high ppm at the left: one point up the axis
+    steps.push_back(s.ppmF2);  // the typed shift goes back with the next press
+    QVERIFY(t.Traced());
+    QTest::mouseClick(&view, Qt::LeftButton, {}, first + QPoint(-60, 40));  // the same data lie there still
+    const int second = s.axis[F2].RefPoint;
+    QVERIFY(second != col);
+    steps.push_back(s.ppmF2);
+    auto* left = t.Button<QToolButton>("RefCommandLeft");
+    QTest::mousePress(left, Qt::LeftButton);
+    QTest::qWait(620);  // the first repeat after 500 ms, then every 50 ms
+    QTest::mouseRelease(left, Qt::LeftButton);
+    QVERIFY2(s.axis[F2].RefPoint >= second + 2, std::to_string(s.axis[F2].RefPoint - second).c_str());
     t.Click("Fix");
-    QCOMPARE(t.UndoCaption(), QString("UnDo(2D Refernec Setting)"));
-    t.Run("UnDo");
-    QCOMPARE(s.ppmF2, f2Before);
+    QCOMPARE(t.w.Document().undo.records.size(), std::size_t(3));
+    for (int i = 2; i >= 0; --i) {
+      QCOMPARE(t.UndoCaption(), QString("UnDo(2D Refernec Setting)"));
+      t.Run("UnDo");
+      QCOMPARE(s.ppmF2, steps[i]);
+    }
+    QCOMPARE(t.UndoCaption(), QString("UnDo"));
   }
 
   void ReferenceByInstrument() {
     Window t("bruker/cyclosporin_hsqc/3/pdata/1/2rr");
     model::Spectrum2D& s = t.Data();
     const std::vector<float> f2Before = s.ppmF2, f1Before = s.ppmF1;
+    const double zeroF2 = s.extras[F2].absFreq0ppm, zeroF1 = s.extras[F1].absFreq0ppm;
     // 0 ppm of each nucleus set so that the carrier reads 1 ppm (F2) and 50 ppm (F1).
     auto& table = const_cast<model::InstrumentFrequencyTable&>(t.w.Operations().Instruments());
     const double carrierF2 = s.extras[F2].absFreqCenter, carrierF1 = s.extras[F1].absFreqCenter;
@@ -288,6 +305,59 @@ class OperationToolsTest : public QObject {
     t.Run("UnDo");
     QCOMPARE(s.ppmF2, f2Before);
     QCOMPARE(s.ppmF1, f1Before);
+    QCOMPARE(s.extras[F2].absFreq0ppm, zeroF2);
+    QCOMPARE(s.extras[F1].absFreq0ppm, zeroF1);
+  }
+
+  // The cyclosporin 1H spectrum beside the HSQC as its F2 trace: a click on the trace's panel
+  // picks a point, the typed shift is what it reads, the resolver asks in the program's words,
+  // and UnDo brings the trace's scale back; the 2D scale is never touched.
+  void TraceReferenceOnTheF2Panel() {
+    Window t("bruker/cyclosporin_hsqc/3/pdata/1/2rr");
+    t.w.ReadTrace(F2, test::CorpusPath("bruker/cyclosporin_1h/1/pdata/1/1r").string());
+    QVERIFY(t.Traced());
+    const model::Spectrum1D& trace = t.w.Document().companionF2;
+    QVERIFY(trace.params.POINT > 1000);
+    const model::Spectrum1D before = trace;
+    const std::vector<float> f2 = t.Data().ppmF2;
+    t.Run("F2 1D Reference");
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kReference1DF2));
+    gui::SpectrumView& view = t.w.Picture();
+    const display::Rect& panel = view.Layout().traceF2;
+    const auto clickAt = [&](double ppm) {
+      const QPoint at(static_cast<int>(view.PositionOf(ppm, 0).x()),
+                      static_cast<int>((panel.y + panel.height / 2) / view.Ratio()));
+      QTest::mouseClick(&view, Qt::LeftButton, {}, at);
+    };
+    clickAt(5.0);
+    const int picked = trace.params.SMTMS;
+    // Within a pixel of the click.
+    QVERIFY2(std::abs(before.axisPpm[picked] - 5.0) < 0.02, std::to_string(before.axisPpm[picked]).c_str());
+    t.Button<QLineEdit>("RefText1D")->setText("4.25");
+    QMetaObject::invokeMethod(t.Button<QLineEdit>("RefText1D"), "editingFinished");
+    QCOMPARE(trace.params.SMEXR, 4.25f);
+    QVERIFY(std::abs(trace.axisPpm[picked] - 4.25) < 1e-6);
+    t.Click("Fix");
+    QCOMPARE(t.UndoCaption(), QString("UnDo(F2-1D Refernec Setting)"));
+    const model::Spectrum1D fixed = trace;
+    // Open again and pick elsewhere: another command asks first, and "No" puts the fixed scale back.
+    t.Run("F2 1D Reference");
+    clickAt(2.0);
+    QVERIFY(trace.params.SMTMS != picked);
+    const auto said = AnswerNext("No");
+    t.Run("Reference Setting");
+    QCOMPARE(*said, QString("Execute 1D (F2) Reference Setting?"));
+    QCOMPARE(t.w.Document().view.ToolMode, std::int16_t(display::kReference2D));
+    QCOMPARE(trace.axisPpm, fixed.axisPpm);
+    t.Click("Cancel");
+    t.Run("UnDo");
+    QCOMPARE(trace.params.SMEXR, before.params.SMEXR);
+    QCOMPARE(trace.params.SMTMS, before.params.SMTMS);
+    // The reader's table is not first plus index times step to the last bit; the record's is.
+    for (std::size_t i : {std::size_t(0), std::size_t(picked), trace.axisPpm.size() - 1})
+      QVERIFY(std::abs(trace.axisPpm[i] - before.axisPpm[i]) < 1e-6);
+    QCOMPARE(t.Data().ppmF2, f2);
+    QCOMPARE(t.UndoCaption(), QString("UnDo"));
   }
 };
 

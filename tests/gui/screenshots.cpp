@@ -92,8 +92,14 @@ bool ShootTools(gui::MainWindow& w, const QString& out) {
   ok &= Settled(w);
   tools.BeginReference();
   ok &= Settled(w);
+  // A methyl peak clicked and given the shifts it should read.
   QTest::mouseClick(&view, Qt::LeftButton, {}, view.PositionOf(1.27, 24.9).toPoint());
-  ok &= Save(w, out + "/tool-reference.png");
+  for (const auto& [name, text] : {std::pair{"RefText2", "1.27"}, std::pair{"RefText1", "24.9"}}) {
+    auto* field = tools.Panel()->findChild<QLineEdit*>(name);
+    field->setText(text);
+    QMetaObject::invokeMethod(field, "editingFinished");
+  }
+  ok &= Settled(w) && Save(w, out + "/tool-reference.png");
   tools.Cancel();
   ok &= Settled(w);
   GrabNextDialog(out + "/dialog-invert.png", "Cancel");
@@ -275,6 +281,21 @@ int main(int argc, char** argv) {
     w.FullView();
     w.SetTraces(display::TraceKind::HighResolution1D);
     ok &= Settled(w) && Save(w, out + "/main-hsqc-1h-trace.png");
+    // Its 1D reference: the chloroform line picked on the trace's panel and given 7.26 ppm.
+    gui::OperationTools& tools = w.Operations();
+    tools.BeginTraceReference(model::F2);
+    ok &= Settled(w);
+    gui::SpectrumView& view = w.Picture();
+    const display::Rect& panel = view.Layout().traceF2;
+    QTest::mouseClick(&view, Qt::LeftButton, {},
+                      QPoint(static_cast<int>(view.PositionOf(7.26, 0).x()),
+                             static_cast<int>((panel.y + panel.height / 2) / view.Ratio())));
+    auto* shift = tools.Panel()->findChild<QLineEdit*>("RefText1D");
+    shift->setText("7.26");
+    QMetaObject::invokeMethod(shift, "editingFinished");
+    ok &= Save(w, out + "/tool-reference-1d-f2.png");
+    tools.Cancel();
+    ok &= Settled(w);
   }
 
   // A folded INADEQUATE set made one by "Change Inadequate Spectrum": its slope 2 line, the two

@@ -48,9 +48,11 @@ TEST(Reference, CentreFrequencyAndInstrumentTable) {
   display::DisplayState view;
   // A 1D record whose centre lies 1000 Hz above its 0 ppm at 500 MHz: 2 ppm at the F2 centre point.
   model::Spectrum1D trace;
-  EXPECT_FALSE(operations::SetReferenceByCenter(*s, view, F2, trace).ok());
   trace.absFreqCenter = 500.001;
   trace.absFreq0ppm = 500.0;
+  EXPECT_FALSE(operations::SetReferenceByCenter(*s, view, F2, trace).ok());  // frequencies, but no data
+  trace.params.POINT = 4;
+  trace.re.assign(4, 0.0f);
   ASSERT_TRUE(operations::SetReferenceByCenter(*s, view, F2, trace).ok());
   EXPECT_NEAR(s->ppmF2[128], 2.0, 1e-4);
   EXPECT_EQ(s->axis[F2].RefPoint, 128);

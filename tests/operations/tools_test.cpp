@@ -25,12 +25,13 @@ struct Recorded {
   ScriptedPrompt prompt;
   int snapshots = 0, unsaved = 0, fixed = 0;
   std::vector<operations::UndoKind> pushed;
-  std::vector<operations::ReferenceValues> references;
+  std::vector<operations::ReferenceState> references;
   model::Spectrum1D traceF2, traceF1;
   operations::ToolHost host{*spectrum, view, prompt, traceF2, traceF1, model::VPH_HOMO, 2,
                             [this] { ++snapshots; },
                             [this](operations::UndoKind k) { pushed.push_back(k); },
-                            [this](const operations::ReferenceValues& v) { references.push_back(v); },
+                            [this](const operations::ReferenceState& v) { references.push_back(v); },
+                            [this](int n) { references.resize(references.size() - n); },
                             [this](operations::UndoKind k, const std::array<double, 4>&) { pushed.push_back(k); },
                             [this] { ++unsaved; },
                             [this] { ++fixed; }};
@@ -162,29 +163,54 @@ TEST(Tools, SymmetrizationAndReferenceCross) {
   EXPECT_EQ(r.pushed, std::vector{operations::kUndoSymmetrize});
   EXPECT_EQ(r.spectrum->Modified, 1);
 
-  // The cross moved and a shift typed: the scale goes through it; Cancel puts everything back.
-  const operations::ReferenceValues before = operations::CurrentReference(*r.spectrum);
+  // Each press leaves one record of the axes before it: two clicks, an arrow held through two
+  // repeats; a typed shift waits for "Fix". Cancel puts everything back and takes the records.
+  const operations::ReferenceState entry = operations::SaveReferenceState(*r.spectrum);
   const float view = r.view.ViewF2Start = 8.0f;
   ASSERT_TRUE(operations::BeginReference(r.host, r.active));
   auto* ref = static_cast<operations::ReferenceTool*>(r.active.tool.get());
   ref->PlaceCross(40, 300);
-  ref->MoveCross(1, 0);
+  ref->PlaceCross(40, 300);  // the same point again changes nothing and records nothing
   EXPECT_TRUE(ref->SetShift(F2, "4.5"));
   EXPECT_FALSE(ref->SetShift(F1, "abc"));
-  EXPECT_EQ(r.spectrum->ppmF2[41], 4.5f);
+  const operations::ReferenceState typed = operations::SaveReferenceState(*r.spectrum);
+  ref->MoveCross(1, 0);
+  ref->MoveCross(1, 0, true);
+  ref->MoveCross(1, 0, true);
+  EXPECT_EQ(r.spectrum->ppmF2[43], 4.5f);
   EXPECT_EQ(ref->CrossF1(), 127);
   EXPECT_EQ(ref->ShiftText(F2), "4.5");
+  ASSERT_EQ(r.references.size(), 2u);
+  EXPECT_EQ(r.references[0], entry);
+  EXPECT_EQ(r.references[1], typed);  // the typed shift goes back with the arrow's press
   r.active.tool->Cancel();
-  EXPECT_EQ(operations::CurrentReference(*r.spectrum)[F2].Reference, before[F2].Reference);
+  EXPECT_EQ(operations::SaveReferenceState(*r.spectrum), entry);
   EXPECT_EQ(r.view.ViewF2Start, view);
-  // Fixed by the resolver's Yes: one record with the values from before.
+  EXPECT_TRUE(r.references.empty());
+  // A click, then a typed shift fixed by the resolver's Yes: the fix records the click's result.
   ASSERT_TRUE(operations::BeginReference(r.host, r.active));
-  static_cast<operations::ReferenceTool*>(r.active.tool.get())->SetShift(F1, "-2");
+  ref = static_cast<operations::ReferenceTool*>(r.active.tool.get());
+  ref->PlaceCross(10, 20);
+  const operations::ReferenceState clicked = operations::SaveReferenceState(*r.spectrum);
+  ref->SetShift(F1, "-2");
   r.prompt.answers = {Answer::Yes};
   EXPECT_FALSE(r.active.Resolve(r.view));
   EXPECT_EQ(r.LastText(), "Execute Reference Setting?");
-  ASSERT_EQ(r.references.size(), 1u);
-  EXPECT_EQ(r.references[0][F1].Reference, before[F1].Reference);
+  ASSERT_EQ(r.references.size(), 2u);
+  EXPECT_EQ(r.references[0], entry);
+  EXPECT_EQ(r.references[1], clicked);
+  // "Set Center(F2)" on the panel, with a 1D record that can serve: the cross follows to the
+  // centre, and the press is recorded.
+  ASSERT_TRUE(operations::BeginReference(r.host, r.active));
+  ref = static_cast<operations::ReferenceTool*>(r.active.tool.get());
+  EXPECT_FALSE(ref->SetCenter(F2));
+  r.traceF2.absFreqCenter = 500.001;
+  r.traceF2.absFreq0ppm = 500.0;
+  r.traceF2.params.POINT = 4;
+  r.traceF2.re.assign(4, 0.0f);
+  EXPECT_TRUE(ref->SetCenter(F2));
+  EXPECT_EQ(ref->CrossF2(), 64);
+  EXPECT_EQ(r.references.size(), 3u);
 }
 
 TEST(Tools, SymmetryLineIsTakenOnlyNearItOrItsHandles) {
