@@ -19,16 +19,17 @@ layout::ParameterSource PageSource(const document::Document& document) {
   return source;
 }
 
-ShownPage::ShownPage(const document::Document& document, const SpectrumView& shown, const layout::Paper& paper,
-                     layout::PrintedParameters printed, const core::Settings* printSet)
-    : view(shown.Input()),
+ShownPage::ShownPage(const document::Session& session, const SpectrumView& shown, const layout::Paper& paper,
+                     layout::PrintedParameters printed)
+    : view(layout::PageViewOf(shown.Input(), session.settings2D)),
       parameters(std::move(printed)),
-      source(PageSource(document)),
-      page(layout::ReadStoredPage(document.spectrum.carried, paper)),
+      source(PageSource(session.document)),
+      page(layout::ReadStoredPage(session.document.spectrum.carried, paper)),
       pictures(platform::qt::DecodePicture),
-      content{view, parameters.list, source, document.spectrum.comment, page.objects, &page.frames, &pictures, printSet,
-              parameters.choice.font, parameters.choice.decimalColumn},
-      peakList(operations::PrintListRows(document.spectrum, document.source.path.filename().string(), {})) {}
+      content{view,         parameters.list, source, session.document.spectrum.comment, page.objects, &page.frames,
+              &pictures,    &session.printSet, parameters.choice.font, parameters.choice.decimalColumn},
+      peakList(operations::PrintListRows(session.document.spectrum, session.document.source.path.filename().string(), {})) {
+}
 
 void AddPageOutputActions(QMenu& menu, QWidget* window, document::Session& session, const SpectrumView& view) {
   const auto withPage = [window, &session, &view](auto action) {
@@ -36,8 +37,7 @@ void AddPageOutputActions(QMenu& menu, QWidget* window, document::Session& sessi
       if (!view.Shown()) return;
       layout::PrintSetup setup = layout::PrintSetupFromSettings(session.settings2D);
       platform::qt::QtPrompt prompt(window);
-      const ShownPage page(session.document, view, layout::PageAreaOf(setup.page), SessionParameters(session, prompt),
-                           &session.printSet);
+      const ShownPage page(session, view, layout::PageAreaOf(setup.page), SessionParameters(session, prompt));
       action(page, setup, prompt);
       layout::StorePrintSetup(setup, session.settings2D);
     };

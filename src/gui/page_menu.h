@@ -19,11 +19,10 @@ namespace velk::gui {
 layout::ParameterSource PageSource(const document::Document& document);
 
 // The page of the spectrum the window shows, with the objects and frames the data set keeps for
-// it on the given paper, in the look of the print set (the default one when none is given), and
-// everything it refers to.
+// it on the given paper, in the look of the session's print set, and everything it refers to.
 struct ShownPage {
-  ShownPage(const document::Document& document, const SpectrumView& view, const layout::Paper& paper,
-            layout::PrintedParameters parameters = {}, const core::Settings* printSet = nullptr);
+  ShownPage(const document::Session& session, const SpectrumView& view, const layout::Paper& paper,
+            layout::PrintedParameters parameters = {});
   ShownPage(const ShownPage&) = delete;
   ShownPage& operator=(const ShownPage&) = delete;
 

@@ -173,6 +173,12 @@ void PrintPreview::BuildMenus() {
     view_->FramesChanged();
     Changed();
   });
+  QAction* grid = page->addAction("Print Grid", this, [this](bool on) {
+    core::SetNumber(session_.settings2D, layout::kPrintGridKey, on ? 1 : 0);
+    view_->FramesChanged();
+  });
+  grid->setCheckable(true);
+  grid->setChecked(core::Number(session_.settings2D, layout::kPrintGridKey) != 0);
   page->addAction("Default Frames", this, [this] {
     const layout::PageFrames defaults = layout::DefaultPageFrames(page_.paper);
     for (std::size_t k = 0; k < layout::kFrameCount; ++k) {
@@ -209,8 +215,7 @@ void PrintPreview::RenderFrames(platform::Surface& surface, double dotsPerInch) 
 }
 
 void PrintPreview::WithContent(bool objects, const std::function<void(const layout::PageContent&)>& use) {
-  display::MainViewInput input = shown_.Input();
-  input.view.SliceF1 = input.view.SliceF2 = -1;  // the slice cursors are the window's, not the page's
+  const display::MainViewInput input = layout::PageViewOf(shown_.Input(), session_.settings2D);
   const layout::ParameterSource source = PageSource(doc_);
   const layout::LayoutDocument none;
   const layout::PictureDecoder pictures = platform::qt::DecodePicture;

@@ -129,6 +129,11 @@ void DrawParameters(platform::Surface& surface, const PageContent& content, cons
 
 }  // namespace
 
+display::MainViewInput PageViewOf(display::MainViewInput window, const core::Settings& settings2D) {
+  if (core::Number(settings2D, kPrintGridKey) == 0) window.grid = nullptr;
+  return window;
+}
+
 PageScale ScaleOf(double dotsPerInch) {
   const double pixelsPerCm = dotsPerInch / kCmPerInch;
   return {pixelsPerCm, pixelsPerCm / kStoredUnitsPerCm, dotsPerInch / kPointsPerInch};

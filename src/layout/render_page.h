@@ -30,6 +30,11 @@ struct PageContent {
   int decimalColumn = kDefaultDecimalColumn;
 };
 
+// The window's view as the page shows it: the slice cursors and their traces as they are, the grid
+// only while "PRINT GRID" of the 2D settings is on.
+inline constexpr std::string_view kPrintGridKey = "PRINT GRID";
+display::MainViewInput PageViewOf(display::MainViewInput window, const core::Settings& settings2D);
+
 // Page centimetres to device units at the resolution.
 PageScale ScaleOf(double dotsPerInch);
 

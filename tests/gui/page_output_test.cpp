@@ -287,7 +287,7 @@ class PageOutputTest : public QObject {
       QVERIFY2(commands.contains(command), command);
     // What those commands draw: the page of the spectrum shown, with its parameters.
     const layout::Paper a4 = *layout::PaperOf("A4", false);
-    const gui::ShownPage page(w.Document(), w.Picture(), a4);
+    const gui::ShownPage page(w.Session(), w.Picture(), a4);
     const std::filesystem::path pdf = folder / "hsqc-page.pdf";
     QVERIFY(gui::WritePageFile(pdf, gui::ScreenFormat::Pdf, page.content, a4).ok());
     const QString text = PdfText(QString::fromStdString(pdf.string()));

@@ -180,7 +180,7 @@ class PrintPreviewTest : public QObject {
     Action(preview->menuBar(), "Save...")->trigger();
     QVERIFY(QFile::exists(saved));
     // The main window's own page commands print the page as the preview left it.
-    const gui::ShownPage shown(w.Document(), w.Picture(), left.paper);
+    const gui::ShownPage shown(w.Session(), w.Picture(), left.paper);
     QVERIFY(shown.page.frames == left.frames);
     QVERIFY(shown.page.objects.texts == left.objects.texts && shown.page.objects.images == left.objects.images);
     preview->close();
@@ -211,6 +211,19 @@ class PrintPreviewTest : public QObject {
     const int redBefore = CountColour(preview->View().FramesPicture(), qRgb(255, 0, 0));
     Action(preview->menuBar(), "Read Print Set...")->trigger();
     QVERIFY(QTest::qWaitFor([&] { return CountColour(preview->View().FramesPicture(), qRgb(255, 0, 0)) > redBefore + 400; }, 20000));
+
+    // The window's grid goes on the page only while "Print Grid" is on (yellow in the default set).
+    WithNextDialog<QDialog>([](QDialog& d) {
+      d.findChild<QAbstractButton*>("drawGrid")->click();
+      d.accept();
+    });
+    w.SetUpGrid();
+    QVERIFY(w.Document().grid.shown);
+    const auto yellow = [&] { return CountColour(preview->View().FramesPicture(), qRgb(255, 255, 0)); };
+    Action(preview->menuBar(), "Print Grid")->trigger();
+    QVERIFY(QTest::qWaitFor([&] { return yellow() > 400; }, 20000));
+    Action(preview->menuBar(), "Print Grid")->trigger();
+    QVERIFY(QTest::qWaitFor([&] { return yellow() == 0; }, 20000));
     preview->close();
   }
 
