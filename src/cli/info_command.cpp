@@ -42,6 +42,7 @@ json Describe2D(const model::Spectrum2D& s) {
   j["points"] = per([&](int a) { return s.axis[a].Point; });
   j["nuclei"] = per([&](int a) { return s.extras[a].nucleus; });
   j["observe_mhz"] = per([&](int a) { return s.extras[a].absFreqCenter; });
+  j["zero_ppm_mhz"] = per([&](int a) { return s.extras[a].absFreq0ppm; });
   j["spectral_width_hz"] = per([&](int a) { return s.axis[a].Frequency; });
   j["ppm_first"] = per([&](int a) { return s.extras[a].ppmFirst; });
   j["ppm_step"] = per([&](int a) { return s.extras[a].ppmStep; });
@@ -60,6 +61,8 @@ json Describe1D(const model::Spectrum1D& s) {
   j["points"] = s.params.POINT;
   j["nuclei"] = s.params.OBNUC;
   j["observe_mhz"] = s.params.OFR;
+  j["centre_mhz"] = s.absFreqCenter;
+  j["zero_ppm_mhz"] = s.absFreq0ppm;
   j["spectral_width_hz"] = s.params.FREQU;
   return j;
 }

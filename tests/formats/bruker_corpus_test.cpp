@@ -123,6 +123,9 @@ TEST(BrukerCorpus, EveryDataSetReadsWithItsParameterFileValues) {
     } else if (name == "1r") {
       const Keys procs = ReadKeys(entry.path().parent_path() / "procs");
       ExpectAxis(data, "f2", std::stoi(procs.at("SI")), Number(procs, "SW_P"), Carrier(procs), acqus.at("NUC1"), where);
+      // The frequencies "Set Center" takes from a 1D trace: the spectrum's centre and its 0 ppm.
+      EXPECT_NEAR(data["centre_mhz"].get<double>(), Carrier(procs), 1e-7) << where;
+      EXPECT_NEAR(data["zero_ppm_mhz"].get<double>(), Number(procs, "SF"), 1e-9) << where;
     } else if (name == "ser") {
       const Keys acqu2s = ReadKeys(exp / "acqu2s");
       const bool phase = json["class"] == 0 || json["class"] == 2 || json["class"] == 3;

@@ -74,6 +74,8 @@ int ReadParaBru(const fs::path& acqus, model::Spectrum1D& s, LoadState& state) {
     code = 1;
   } else {
     p.OFR = static_cast<float>(a.sfo1);
+    s.absFreqCenter = a.sfo1;
+    s.absFreq0ppm = a.bf1 > 0 ? a.bf1 : a.sfo1;
     p.OBFIN = a.offsetHz;
     p.FREQU = a.swHz;
     p.ACQTM = (a.td / 2.0f) / a.swHz;
@@ -110,6 +112,9 @@ int ReadParaBruProc(const fs::path& procs, model::Spectrum1D& s, LoadState& stat
   if (p.si < 10 || carrier == 0 || p.swHz == 0 || p.si > model::kMaxAxisPoints || !p.originValid) return 1;
   model::NmrParameters& n = s.params;
   n.OFR = static_cast<float>(carrier);
+  // The centre of the processed spectrum and its 0 ppm (SF, which holds the vendor's referencing).
+  s.absFreqCenter = carrier;
+  s.absFreq0ppm = p.sf;
   n.OBFIN = static_cast<float>(carrier * 1e6 - (static_cast<float>(carrier) - 0.01) * 1e6);
   n.FREQU = p.swHz;
   n.POINT = p.si;
