@@ -99,7 +99,16 @@ void DrawSurround(platform::Surface& surface, const MainViewLayout& l, const Mai
       DrawProjection(surface, shown, where, ppm, points, negative, look);
       surface.SetFont(font);
       surface.SetTextColor(kSliceCaptionColor);
-      surface.Text(where.rect.x + l.textHeight / 3, where.rect.y + l.textHeight / 6, 0, caption);
+      const int x = where.rect.x + l.textHeight / 3, y = where.rect.y + l.textHeight / 6;
+      // The narrow F1 panel takes "Slice(F1)" and "at 1.265" on two lines rather than running
+      // the caption over the contour.
+      const std::size_t at = caption.find(" at ");
+      if (at == std::string::npos || surface.MeasureText(caption).width <= where.rect.right() - x) {
+        surface.Text(x, y, 0, caption);
+      } else {
+        surface.Text(x, y, 0, caption.substr(0, at));
+        surface.Text(x, y + l.textHeight, 0, caption.substr(at + 1));
+      }
     };
     const bool rowShown = v.SliceF1 >= 0 && v.SliceF1 < static_cast<int>(s.ppmF1.size());
     const bool columnShown = v.SliceF2 >= 0 && v.SliceF2 < static_cast<int>(s.ppmF2.size());

@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include "display/page_picture.h"
 #include "display/traces.h"
 #include "model/data_type.h"
+#include "support/recording_surface.h"
 #include "support/synthetic_2d.h"
 
 namespace velk::display {
@@ -60,6 +62,33 @@ TEST(ThinTrace, AtMostTwoPointsPerPixelKeepingTheExtremesInOrder) {
   const auto down = ThinTrace(side, ppm, flat, 1000);
   EXPECT_EQ(down.front(), (platform::Point{25, 0}));
   EXPECT_EQ(down.back(), (platform::Point{25, 100}));
+}
+
+// A slice cursor's caption stays inside its panel: the narrow F1 panel takes it on two lines.
+TEST(SliceCaptions, StayInsideTheirPanels) {
+  auto s = test::MakeSynthetic2D(101, 101, {{2, 3, 0.5, 0.05}});
+  const ContourSetting setting;
+  MainViewInput input{*s, model::VPH_HOMO, setting, {}, TraceKind::Projection, "F2 (ppm)", "F1 (ppm)"};
+  input.view.ViewF2Start = 10, input.view.ViewF2End = 0, input.view.ViewF1Start = 0, input.view.ViewF1End = 10;
+  input.view.SliceF1 = input.view.SliceF2 = 30;
+  const platform::Extent size{600, 500};
+  test::RecordingSurface surface(size);
+  platform::NoProgress progress;
+  ASSERT_TRUE(DrawMainView(surface, size, input, progress));
+  const MainViewLayout l = LayOutMainView(size, true);
+  int font = 0;
+  std::vector<std::string> shown;
+  for (const test::Recorded& call : surface.calls) {
+    if (call.kind == test::Recorded::Font) font = call.width;
+    if (call.kind != test::Recorded::Text || call.points[0].y > l.traceF1.bottom()) continue;
+    const int x = call.points[0].x, right = x + static_cast<int>(call.text.size()) * font / 2;
+    for (const Rect& panel : {l.traceF1, l.traceF2})
+      if (x >= panel.x && x < panel.right() && call.points[0].y >= panel.y && call.points[0].y < panel.bottom()) {
+        EXPECT_LE(right, panel.right()) << call.text;
+        shown.push_back(call.text);
+      }
+  }
+  EXPECT_EQ(shown, (std::vector<std::string>{"Slice(F2) at 3.000", "Slice(F1)", "at 3.000"}));
 }
 
 }  // namespace
